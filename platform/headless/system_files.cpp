@@ -1,0 +1,115 @@
+#include "platform/system_files.h"
+
+#include <dirent.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <memory>
+
+#include "platform/files.h"
+#include "platform/format.h"
+
+namespace platform {
+
+std::FILE* OpenSystemFile(const std::string& path, const char* mode) {
+  struct stat status;
+  if (stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) return nullptr;  // "r" would open it
+  return std::fopen(path.c_str(), mode);
+}
+
+bool SeekSystemFile(std::FILE* file, std::uint64_t position) {
+  return position <= static_cast<std::uint64_t>(INT64_MAX) && fseeko(file, static_cast<off_t>(position), SEEK_SET) == 0;
+}
+
+bool SystemFileSize(std::FILE* file, std::uint64_t* size) {
+  struct stat status;
+  if (fstat(fileno(file), &status) != 0) return false;
+  *size = static_cast<std::uint64_t>(status.st_size);
+  return true;
+}
+
+bool IsReplaceable(const std::string& path) {
+  struct stat status;
+  return stat(path.c_str(), &status) != 0 || S_ISREG(status.st_mode);
+}
+
+bool RenameOver(const std::string& from, const std::string& to) {
+  return std::rename(from.c_str(), to.c_str()) == 0;
+}
+
+bool FileExists(const std::string& path) {
+  struct stat status;
+  return stat(SystemPath(path).c_str(), &status) == 0;
+}
+
+RemoveResult RemoveFile(const std::string& path) {
+  if (unlink(SystemPath(path).c_str()) == 0) return RemoveResult::kRemoved;
+  return errno == ENOENT || errno == ENOTDIR ? RemoveResult::kAbsent : RemoveResult::kFailed;
+}
+
+bool MakeFolder(const std::string& path) {
+  const std::string name = SystemPath(path);
+  if (mkdir(name.c_str(), 0777) == 0) return true;
+  struct stat status;
+  return errno == EEXIST && stat(name.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+std::string CurrentFolder() {
+  char path[PATH_MAX];
+  return getcwd(path, sizeof path) != nullptr ? path : ".";
+}
+
+std::string FullPath(const std::string& path) {
+  const std::string name = SystemPath(path);
+  return !name.empty() && name[0] == '/' ? name : CurrentFolder() + "/" + name;
+}
+
+std::string ProgramFolder() {
+  char path[PATH_MAX];
+  const ssize_t length = readlink("/proc/self/exe", path, sizeof path);
+  if (length <= 0 || static_cast<std::size_t>(length) == sizeof path) return ".";
+  const std::string program(path, static_cast<std::size_t>(length));
+  return program.substr(0, program.find_last_of('/'));
+}
+
+namespace {
+
+struct FolderCloser {
+  void operator()(DIR* folder) const { closedir(folder); }
+};
+
+// The entry of `folder` that is called `name` but for its case; `name` itself when there is none.
+std::string MatchingEntry(const std::string& folder, const std::string& name) {
+  const std::unique_ptr<DIR, FolderCloser> entries(opendir(folder.empty() ? "." : folder.c_str()));
+  if (entries == nullptr) return name;
+  while (const dirent* entry = readdir(entries.get())) {
+    if (EqualIgnoringCase(entry->d_name, name)) return entry->d_name;
+  }
+  return name;
+}
+
+}  // namespace
+
+std::string SystemPath(const std::string& path) {
+  std::string name = path;
+  for (char& c : name) {
+    if (c == '\\') c = '/';
+  }
+  struct stat status;
+  if (stat(name.c_str(), &status) == 0) return name;
+  std::string found;
+  for (std::size_t at = 0; at < name.size();) {
+    const std::size_t end = std::min(name.find('/', at), name.size());
+    const std::string part = name.substr(at, end - at);
+    const bool exists = part.empty() || stat((found + part).c_str(), &status) == 0;
+    found += exists ? part : MatchingEntry(found, part);
+    if (end < name.size()) found += '/';
+    at = end + 1;
+  }
+  return found;
+}
+
+}  // namespace platform

@@ -1,0 +1,17 @@
+// What the file services need of the operating system. Paths are the system's own (SystemPath has made them so).
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <string>
+
+namespace platform {
+
+std::FILE* OpenSystemFile(const std::string& path, const char* mode);
+bool SeekSystemFile(std::FILE* file, std::uint64_t position);
+bool SystemFileSize(std::FILE* file, std::uint64_t* size);
+// Whether a file of that name may be replaced by renaming another over it: there is none, or a regular one.
+bool IsReplaceable(const std::string& path);
+bool RenameOver(const std::string& from, const std::string& to);
+
+}  // namespace platform

@@ -1,0 +1,74 @@
+#include "standin/options.h"
+
+#include <CLI/CLI.hpp>
+
+#include "platform/files.h"
+#include "platform/format.h"
+#include "platform/shared_library.h"
+#include "standin/statements.h"
+
+namespace standin {
+namespace {
+
+constexpr char kSimulated[] = "sim:";
+constexpr std::uint32_t kFirstModel = 11;
+constexpr std::uint32_t kLastModel = 64;
+
+bool ReadWhole(const std::string& text, std::uint32_t* number) {
+  return CLI::detail::lexical_cast(text, *number);
+}
+
+// "sim:64,common,seed=3"
+bool ReadSimulated(const std::string& text, DriveKind* kind) {
+  std::vector<std::string> parts = CLI::detail::split(text.substr(sizeof kSimulated - 1), ',');
+  if (parts.empty() || !ReadWhole(parts[0], &kind->model)) return false;
+  for (std::size_t i = 1; i < parts.size(); ++i) {
+    if (parts[i] == "common") {
+      kind->common_header = true;
+    } else if (parts[i].compare(0, 5, "seed=") != 0 || !ReadWhole(parts[i].substr(5), &kind->seed)) {
+      return false;
+    }
+  }
+  return kind->model >= kFirstModel && kind->model <= kLastModel;
+}
+
+}  // namespace
+
+bool ReadOptions(int argc, char** argv, Options* options, int* status) {
+  CLI::App app("Stand-in host: runs the plug-in on a simulated drive, driven by statements.", "wtarn");
+  app.allow_windows_style_options(false);
+  options->plugin = platform::ProgramFolder() + "/" + platform::SharedLibraryFile("pelix");
+  std::string drive = "sim:64";
+  app.add_option("--plugin", options->plugin, "Plug-in library (default: beside this program)");
+  app.add_option("--drive", drive, "sim:MODEL[,common][,seed=N], or a folder that --make-drive has written");
+  app.add_option("--profile", options->profile, "Profile with the configuration (default: wtarn.ini)");
+  app.add_option("--fault", options->faults, "COMMAND@N[+][=ECODE]: the N-th call of a host command fails")
+      ->allow_extra_args(false);
+  app.add_option("-e", options->statements, "Statement to run before the scripts")->allow_extra_args(false);
+  app.add_option("SCRIPT", options->scripts, "Script files; - is standard input");
+  CLI::Option* make_drive = app.add_option("--make-drive", options->make_drive, "Write a drive into a folder and end");
+  CLI::Option* make_mcw = app.add_option("--make-mcw", options->make_mcw, "Write a drive's MCW image and end");
+  app.add_option("--model", options->drive.model, "Model index of the drive to write, 11 to 64")
+      ->check(CLI::Range(kFirstModel, kLastModel));
+  app.add_flag("--common", options->drive.common_header, "The drive to write has the Common Header");
+  app.add_option("--seed", options->drive.seed, "Seed of the drive to write");
+  app.set_version_flag("--version", "wtarn stand-in 1.0, plug-in interface 3");
+  make_drive->excludes(make_mcw);
+  try {
+    app.parse(argc, argv);
+    const bool makes = make_drive->count() + make_mcw->count() > 0;
+    if (makes && app.get_option("--model")->count() == 0) throw CLI::RequiredError("--model");
+    if (makes) return true;
+    if (drive.compare(0, sizeof kSimulated - 1, kSimulated) != 0) {
+      options->drive_folder = drive;
+    } else if (!ReadSimulated(drive, &options->drive)) {
+      throw CLI::ValidationError("--drive", "a simulated drive reads sim:MODEL[,common][,seed=N], MODEL from 11 to 64");
+    }
+    return true;
+  } catch (const CLI::ParseError& error) {
+    *status = app.exit(error) == 0 ? 0 : kUsageStatus;
+    return false;
+  }
+}
+
+}  // namespace standin
