@@ -55,7 +55,7 @@ struct DriveIdentity {
   bool use_directory_file = false;
   bool display_serial_number = false;
   RecordAccess access;
-  RecordDirectory* records = nullptr;      // not owned
+  RecordDirectory* records = nullptr;       // not owned
   std::vector<std::uint8_t> identify_data;  // vendor-unique identify data, whole blocks of 512 bytes
 
   bool UsesCommonHeader() const { return (header_flags & kHeaderCommon) != 0; }

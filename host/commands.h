@@ -67,16 +67,16 @@ class HOST_API C_DRIVEVUINFO {
   std::int32_t GetTrackSkew(std::int32_t head, std::int32_t cylinder);     // sectors
 
   std::uint8_t bytes_4_to_5[2];
-  char firmware_code[24];                     // 6: internal firmware code, zero-terminated when shorter
-  std::uint16_t heads;                        // 30
-  std::uint16_t zones;                        // 32
-  std::uint16_t model_value;                  // 34: 0 when the drive reports none
-  std::uint32_t last_reserved_cylinder;       // 36
-  std::uint8_t bytes_40_to_4895[4856];        // the host's own
-  std::uint16_t spindle_speed;                // 4896: 0 when the drive reports none
-  std::uint16_t servo_wedges;                 // 4898: 0 when the drive reports none
+  char firmware_code[24];                // 6: internal firmware code, zero-terminated when shorter
+  std::uint16_t heads;                   // 30
+  std::uint16_t zones;                   // 32
+  std::uint16_t model_value;             // 34: 0 when the drive reports none
+  std::uint32_t last_reserved_cylinder;  // 36
+  std::uint8_t bytes_40_to_4895[4856];   // the host's own
+  std::uint16_t spindle_speed;           // 4896: 0 when the drive reports none
+  std::uint16_t servo_wedges;            // 4898: 0 when the drive reports none
   std::uint8_t bytes_4900_to_4917[18];
-  std::uint16_t identify_blocks;              // 4918: length of the identify data in 512-byte blocks
+  std::uint16_t identify_blocks;  // 4918: length of the identify data in 512-byte blocks
 };
 // The object's first word is its operation table, so a 64-bit build holds every field that much later.
 inline constexpr std::size_t kDriveInfoShift = sizeof(void*) - 4;

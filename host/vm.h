@@ -26,7 +26,7 @@ class HOST_API C_VM {
   SymbolNode* GetSymbolData(const char* name);
 
   HostWord fields_1_to_21[21];
-  TARN_VM_STRUCT* request;   // field 22
+  TARN_VM_STRUCT* request;  // field 22
   HostWord field_23;
   SymbolNode* arguments[3];  // fields 24 to 26: arguments 1 to 3 of a command, in and out
 };

@@ -37,11 +37,16 @@ std::string CaptionOf(const std::string& caption) {
 std::optional<int> SlotOf(Key key) {
   if (key >= Key::kF1 && key <= Key::kF8) return kSlotF1 + (static_cast<int>(key) - static_cast<int>(Key::kF1));
   switch (key) {
-    case Key::kSpace: return kSlotSpace;
-    case Key::kEnter: return kSlotEnter;
-    case Key::kInsert: return kSlotInsert;
-    case Key::kDelete: return kSlotDelete;
-    default: return std::nullopt;
+    case Key::kSpace:
+      return kSlotSpace;
+    case Key::kEnter:
+      return kSlotEnter;
+    case Key::kInsert:
+      return kSlotInsert;
+    case Key::kDelete:
+      return kSlotDelete;
+    default:
+      return std::nullopt;
   }
 }
 
@@ -182,17 +187,28 @@ void ListWindow::OnKey(const KeyPress& key) {
 
 void ListWindow::HandleKey(const KeyPress& key) {
   switch (key.key) {
-    case Key::kEscape: return Close();
-    case Key::kUp: return MoveBy(-1, key.shift);
-    case Key::kDown: return MoveBy(1, key.shift);
-    case Key::kPageUp: return MovePage(-1, key.shift);
-    case Key::kPageDown: return MovePage(1, key.shift);
-    case Key::kHome: return MoveTo(0, key.shift);
-    case Key::kEnd: return MoveTo(body_->LineCount() - 1, key.shift);
-    case Key::kC: return CopyToClipboard();
-    case Key::kF9: return SaveWithDialog();
-    case Key::kF11: return SaveNumbered();
-    default: break;
+    case Key::kEscape:
+      return Close();
+    case Key::kUp:
+      return MoveBy(-1, key.shift);
+    case Key::kDown:
+      return MoveBy(1, key.shift);
+    case Key::kPageUp:
+      return MovePage(-1, key.shift);
+    case Key::kPageDown:
+      return MovePage(1, key.shift);
+    case Key::kHome:
+      return MoveTo(0, key.shift);
+    case Key::kEnd:
+      return MoveTo(body_->LineCount() - 1, key.shift);
+    case Key::kC:
+      return CopyToClipboard();
+    case Key::kF9:
+      return SaveWithDialog();
+    case Key::kF11:
+      return SaveNumbered();
+    default:
+      break;
   }
   if (const std::optional<int> slot = SlotOf(key.key)) CallHandler(*slot);
 }
@@ -206,11 +222,21 @@ void ListWindow::CallHandler(int slot) {
 void ListWindow::OnScroll(platform::ScrollAction action, int thumb_line) {
   Guarded([&] {
     switch (action) {
-      case platform::ScrollAction::kLineUp: MoveBy(-1, false); break;
-      case platform::ScrollAction::kLineDown: MoveBy(1, false); break;
-      case platform::ScrollAction::kPageUp: MovePage(-1, false); break;
-      case platform::ScrollAction::kPageDown: MovePage(1, false); break;
-      case platform::ScrollAction::kThumb: MoveTo(static_cast<std::size_t>(std::max(thumb_line, 0)), false); break;
+      case platform::ScrollAction::kLineUp:
+        MoveBy(-1, false);
+        break;
+      case platform::ScrollAction::kLineDown:
+        MoveBy(1, false);
+        break;
+      case platform::ScrollAction::kPageUp:
+        MovePage(-1, false);
+        break;
+      case platform::ScrollAction::kPageDown:
+        MovePage(1, false);
+        break;
+      case platform::ScrollAction::kThumb:
+        MoveTo(static_cast<std::size_t>(std::max(thumb_line, 0)), false);
+        break;
     }
     window_.Refresh(static_cast<int>(current_), static_cast<int>(body_->LineCount()));
   });

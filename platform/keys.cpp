@@ -10,13 +10,13 @@ struct KeyName {
   Key key;
 };
 const KeyName kKeyNames[] = {
-    {"Esc", Key::kEscape},  {"Up", Key::kUp},        {"Down", Key::kDown},     {"Left", Key::kLeft},
-    {"Right", Key::kRight}, {"PgUp", Key::kPageUp},  {"PgDn", Key::kPageDown}, {"Home", Key::kHome},
-    {"End", Key::kEnd},     {"Space", Key::kSpace},  {"Enter", Key::kEnter},   {"Insert", Key::kInsert},
-    {"Delete", Key::kDelete}, {"F1", Key::kF1},      {"F2", Key::kF2},         {"F3", Key::kF3},
-    {"F4", Key::kF4},       {"F5", Key::kF5},        {"F6", Key::kF6},         {"F7", Key::kF7},
-    {"F8", Key::kF8},       {"F9", Key::kF9},        {"F10", Key::kF10},       {"F11", Key::kF11},
-    {"F12", Key::kF12},     {"C", Key::kC},
+    {"Esc", Key::kEscape},    {"Up", Key::kUp},       {"Down", Key::kDown},     {"Left", Key::kLeft},
+    {"Right", Key::kRight},   {"PgUp", Key::kPageUp}, {"PgDn", Key::kPageDown}, {"Home", Key::kHome},
+    {"End", Key::kEnd},       {"Space", Key::kSpace}, {"Enter", Key::kEnter},   {"Insert", Key::kInsert},
+    {"Delete", Key::kDelete}, {"F1", Key::kF1},       {"F2", Key::kF2},         {"F3", Key::kF3},
+    {"F4", Key::kF4},         {"F5", Key::kF5},       {"F6", Key::kF6},         {"F7", Key::kF7},
+    {"F8", Key::kF8},         {"F9", Key::kF9},       {"F10", Key::kF10},       {"F11", Key::kF11},
+    {"F12", Key::kF12},       {"C", Key::kC},
 };
 
 bool TakePrefix(const std::string& prefix, std::string* text) {

@@ -6,8 +6,31 @@
 namespace platform {
 
 enum class Key {
-  kEscape, kUp, kDown, kLeft, kRight, kPageUp, kPageDown, kHome, kEnd, kSpace, kEnter, kInsert, kDelete,
-  kF1, kF2, kF3, kF4, kF5, kF6, kF7, kF8, kF9, kF10, kF11, kF12,
+  kEscape,
+  kUp,
+  kDown,
+  kLeft,
+  kRight,
+  kPageUp,
+  kPageDown,
+  kHome,
+  kEnd,
+  kSpace,
+  kEnter,
+  kInsert,
+  kDelete,
+  kF1,
+  kF2,
+  kF3,
+  kF4,
+  kF5,
+  kF6,
+  kF7,
+  kF8,
+  kF9,
+  kF10,
+  kF11,
+  kF12,
   kC,  // only as Ctrl+C
 };
 

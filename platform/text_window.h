@@ -15,8 +15,8 @@ struct TextWindowMetrics {
   int character_width;
   int line_height;
   int scroll_bar_width;
-  int side_edges;      // edge and frame, left and right together
-  int top_edges;       // edge and frame, top and bottom together
+  int side_edges;  // edge and frame, left and right together
+  int top_edges;   // edge and frame, top and bottom together
   int caption_height;
 };
 

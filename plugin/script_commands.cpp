@@ -87,9 +87,8 @@ std::int32_t GetData(C_VM* vm) {
   const std::string given_file = TextArgument(vm, 3);
   RunMainWindow();
   const std::string folder = FolderOr(given_folder);
-  const std::string path = given_file.empty()
-                               ? NumberedFile(folder, g_script_state->file_counter, kTextExtension)
-                               : platform::Format("%s\\%s", folder.c_str(), given_file.c_str());
+  const std::string path = given_file.empty() ? NumberedFile(folder, g_script_state->file_counter, kTextExtension)
+                                              : platform::Format("%s\\%s", folder.c_str(), given_file.c_str());
   if (request.empty()) return RemoveDataFile(path);
   if (!platform::MakeFolder(folder)) {
     Output("fail - cannot create \"%s\".\n", folder.c_str());
@@ -100,8 +99,9 @@ std::int32_t GetData(C_VM* vm) {
   std::uintptr_t code = 0;
   bool done = false;
   if (FindRequest(request, &code)) {
-    done = g_main_window && g_main_window->SendPrivateMessage(kRequestMessage, code,
-                                                              reinterpret_cast<std::uintptr_t>(&block)) == 0;
+    const SwitchScope quiet(&g_host->interactive, false);
+    done = g_main_window &&
+           g_main_window->SendPrivateMessage(kRequestMessage, code, reinterpret_cast<std::uintptr_t>(&block)) == 0;
   } else {
     done = RunMenuPath(request, path);
   }
@@ -120,9 +120,14 @@ std::int32_t SetStepMask(C_VM* vm) {
     case 1:
       if (step > 0) state.step_mask[step - 1] = 0;
       break;
-    case 2: state.step_mask.fill(1); break;
-    case 3: state.step_mask.fill(0); break;
-    default: break;
+    case 2:
+      state.step_mask.fill(1);
+      break;
+    case 3:
+      state.step_mask.fill(0);
+      break;
+    default:
+      break;
   }
   const auto last = std::find(state.step_mask.rbegin(), state.step_mask.rend(), 1u);
   state.highest_step = static_cast<std::uint32_t>(state.step_mask.rend() - last);

@@ -43,6 +43,8 @@ std::string RecordSource::CopyEntries(AccessMode source, AccessMode destination,
   Progress progress("");
   for (DirectoryEntry& entry : directory->entries()) {
     if (entry.size == 0) continue;
+    // Second copies are the drive's own to write; their entries name the place of the first.
+    if (destination == AccessMode::kDisk && entry.IsSecondCopy()) continue;
     progress.SetText(platform::Format("Reading \"%s\"", Shown(entry).c_str()));
     progress.SetPosition(0);
     const Record record = ReadForCopy(source, entry);

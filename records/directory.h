@@ -18,7 +18,7 @@ namespace pelix {
 using platform::ByteView;
 
 // Attribute bits of an entry.
-inline constexpr std::uint8_t kOnEveryHead = 0x01;    // one track, the same on every head
+inline constexpr std::uint8_t kOnEveryHead = 0x01;  // one track, the same on every head
 inline constexpr std::uint8_t kCountedInTracks = 0x02;
 inline constexpr std::uint8_t kStartsWithName = 0x08;
 inline constexpr std::uint8_t kWordsSwapped = 0x10;

@@ -19,8 +19,13 @@ std::uint32_t HeadCount() {
   return drive == nullptr ? 0 : drive->heads;
 }
 
+// The error log's name as some drives of the other byte order leave it, which is not each pair exchanged.
+constexpr RecordName kErrorLog("BI_ERLOG");
+constexpr RecordName kErrorLogOddlySwapped("IB_RELGO");
+
 bool StartsWithName(const DirectoryEntry& entry, const std::uint8_t* data) {
-  return entry.name.Matches(RecordName(data));
+  const RecordName found(data);
+  return entry.name.Matches(found) || (entry.name == kErrorLog && found == kErrorLogOddlySwapped);
 }
 
 // Moves `count` sectors in commands of at most the configured size. Read and write differ only in the command.

@@ -6,8 +6,7 @@
 namespace pelix {
 namespace {
 
-constexpr char kNoMcfFile[] =
-    "PELIX doesn't support this format.\nYou should check if this file is really MCF file.";
+constexpr char kNoMcfFile[] = "PELIX doesn't support this format.\nYou should check if this file is really MCF file.";
 constexpr char kMcwIsReadOnly[] = "MCW file cannot be written";
 
 std::string PlaceKey(const DirectoryEntry& entry) {

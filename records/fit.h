@@ -13,10 +13,10 @@ namespace pelix {
 
 struct Fit {
   std::uint16_t flags = 0;
-  std::uint32_t sectors = 0;                   // as the FIT says, at most what was read
-  std::uint32_t first_descriptor = 0;          // bytes
-  std::uint32_t descriptor_count = 0;          // those that fit the FIT's sectors
-  std::vector<DirectoryEntry> descriptors;     // as stored: sizes not scaled, locations not shifted
+  std::uint32_t sectors = 0;                // as the FIT says, at most what was read
+  std::uint32_t first_descriptor = 0;       // bytes
+  std::uint32_t descriptor_count = 0;       // those that fit the FIT's sectors
+  std::vector<DirectoryEntry> descriptors;  // as stored: sizes not scaled, locations not shifted
 };
 
 // Formats a raw FSI of one sector in place and returns the FIT's size in sectors.

@@ -140,11 +140,13 @@ std::uint32_t MeasureErrorLogOnDrive(const DirectoryEntry& entry) {
 std::uint32_t MeasureErrorLog(AccessMode mode, const DirectoryEntry& entry) {
   std::uint64_t bytes = 0;
   switch (mode) {
-    case AccessMode::kDisk: return MeasureErrorLogOnDrive(entry);
+    case AccessMode::kDisk:
+      return MeasureErrorLogOnDrive(entry);
     case AccessMode::kFile:
       return platform::FileSize(entry.name.FileName(false), &bytes) ? Sectors(bytes / kSectorBytes) : 0;
     case AccessMode::kMcf:
-    case AccessMode::kMcw: break;
+    case AccessMode::kMcw:
+      break;
   }
   return kMaintenanceSectorsPerTrack * HeadCount();
 }
@@ -183,9 +185,12 @@ bool RecordSource::LoadDirectory() {
   ForgetDirectory();
   switch (identity_->access.mode) {
     case AccessMode::kDisk:
-    case AccessMode::kFile: break;
-    case AccessMode::kMcf: return LoadFromMcf();
-    case AccessMode::kMcw: return LoadFromMcw();
+    case AccessMode::kFile:
+      break;
+    case AccessMode::kMcf:
+      return LoadFromMcf();
+    case AccessMode::kMcw:
+      return LoadFromMcw();
   }
   return LoadFromDriveOrFiles();
 }
@@ -210,7 +215,8 @@ bool RecordSource::LoadFromDriveOrFiles() {
   if (!LoadTables(reader, &raw)) return false;
   const Fit fit = FormatFit(&raw, 0);
   const bool has_copies = (fit.flags & kHeaderMcfsRead) != 0;
-  const std::size_t count = std::min(fit.descriptor_count + (has_copies ? 6 : 2), std::uint32_t{Directory::kMostEntries});
+  const std::size_t count =
+      std::min(fit.descriptor_count + (has_copies ? 6 : 2), std::uint32_t{Directory::kMostEntries});
   std::vector<DirectoryEntry> entries;
   entries.reserve(count);
   AddPseudoEntries(*identity_, &entries);
@@ -261,7 +267,8 @@ bool RecordSource::LoadFromMcw() {
   const std::uint32_t fsi_sector =
       CManagerFIT(raw.data(), static_cast<std::uint32_t>(raw.size())).GetNumberSector("FSI     ");
   std::uint8_t fsi[kSectorBytes];
-  if (ReadFromFile(identity_->access.image_file, std::uint64_t{fsi_sector} * kSectorBytes, fsi, sizeof fsi) != nullptr) {
+  if (ReadFromFile(identity_->access.image_file, std::uint64_t{fsi_sector} * kSectorBytes, fsi, sizeof fsi) !=
+      nullptr) {
     ShowMessage(kMcwFsiFail);
     return false;
   }

@@ -41,8 +41,9 @@ std::string RecordName::Shown() const {
 std::string RecordName::FileName(bool second_copy) const {
   // Blanks between the characters become underscores along with whatever else is no part of a file's name.
   const std::string stem = platform::WithoutTrailingBlanks(std::string(bytes.begin(), bytes.end()));
-  return platform::SafeFileName(platform::Format("%s.bin", platform::SafeFileName(stem, MayStandInRecordFileName).c_str()),
-                                MayStandInRecordFileName) +
+  return platform::SafeFileName(
+             platform::Format("%s.bin", platform::SafeFileName(stem, MayStandInRecordFileName).c_str()),
+             MayStandInRecordFileName) +
          (second_copy ? "2" : "");
 }
 

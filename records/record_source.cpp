@@ -41,10 +41,14 @@ RecordSource::RecordSource(DriveIdentity* identity)
 
 RecordOrigin& RecordSource::Origin(AccessMode mode) {
   switch (mode) {
-    case AccessMode::kDisk: break;
-    case AccessMode::kMcf: return mcf_;
-    case AccessMode::kFile: return files_;
-    case AccessMode::kMcw: return mcw_;
+    case AccessMode::kDisk:
+      break;
+    case AccessMode::kMcf:
+      return mcf_;
+    case AccessMode::kFile:
+      return files_;
+    case AccessMode::kMcw:
+      return mcw_;
   }
   return disk_;
 }

@@ -92,8 +92,9 @@ void DefectMap::AddSpot(std::uint32_t stream) {
 
 const Defect* DefectMap::At(std::uint32_t cylinder, std::uint32_t head, std::uint32_t sector) const {
   const std::uint64_t key = SectorKey(cylinder, head, sector);
-  const auto found = std::lower_bound(defects_.begin(), defects_.end(), key,
-                                      [](const Defect& defect, std::uint64_t wanted) { return KeyOf(defect) < wanted; });
+  const auto found =
+      std::lower_bound(defects_.begin(), defects_.end(), key,
+                       [](const Defect& defect, std::uint64_t wanted) { return KeyOf(defect) < wanted; });
   return found == defects_.end() || KeyOf(*found) != key ? nullptr : &*found;
 }
 

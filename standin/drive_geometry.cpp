@@ -5,8 +5,8 @@
 namespace standin {
 
 const ZoneRow* DriveGeometry::Zone(std::int32_t head, std::int32_t zone) const {
-  const bool inside = head >= 0 && zone >= 0 && static_cast<std::uint32_t>(head) < heads &&
-                      static_cast<std::uint32_t>(zone) < zones;
+  const bool inside =
+      head >= 0 && zone >= 0 && static_cast<std::uint32_t>(head) < heads && static_cast<std::uint32_t>(zone) < zones;
   return inside ? &rows[static_cast<std::uint32_t>(head) * zones + static_cast<std::uint32_t>(zone)] : nullptr;
 }
 
@@ -55,8 +55,8 @@ DriveGeometry MakeGeometry(std::uint32_t model, std::uint32_t seed) {
       row.first_cylinder = first;
       // Heads differ: each has its zone boundaries and densities a little elsewhere.
       row.last_cylinder = first + zone_cylinders - 1 + random.Below(zone_cylinders / 20);
-      row.sectors = static_cast<std::uint16_t>(outer_sectors - zone * outer_sectors / (2 * geometry.zones) -
-                                               random.Below(4) * 2);
+      row.sectors =
+          static_cast<std::uint16_t>(outer_sectors - zone * outer_sectors / (2 * geometry.zones) - random.Below(4) * 2);
       row.cylinder_skew = static_cast<std::uint8_t>(row.sectors / 12);
       row.head_skew = static_cast<std::uint8_t>(row.sectors / 20);
       geometry.rows.push_back(row);

@@ -1,4 +1,5 @@
-// The shape of the simulated drive: heads, zones, sectors and skew of the user area, and the maintenance area before it.
+// The shape of the simulated drive: heads, zones, sectors and skew of the user area, and the maintenance area before
+// it.
 #pragma once
 
 #include <cstdint>

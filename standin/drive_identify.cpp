@@ -13,8 +13,8 @@ namespace {
 
 // Firmware prefix of a family: the one that its drives carry. Index 57 has three characters.
 constexpr const char* kPrefixes[] = {
-    "KF", "KD", "KC", "KA", "JJ", "JH", "JG", "JE", "JD", "JC", "HK", "HJ", "HH", "HF", "HE", "HD", "HB", "HB",
-    "HA", "WJ", "WH", "WG", "WE", "WD", "WB", "VJ", "WA", "VH", "VF", "VE", "VD", "VA", "TK", "TJ", "TG", "TF",
+    "KF", "KD", "KC", "KA", "JJ", "JH", "JG", "JE", "JD", "JC", "HK",  "HJ", "HH", "HF", "HE", "HD", "HB", "HB",
+    "HA", "WJ", "WH", "WG", "WE", "WD", "WB", "VJ", "WA", "VH", "VF",  "VE", "VD", "VA", "TK", "TJ", "TG", "TF",
     "TE", "TC", "TA", "RK", "RH", "RG", "RF", "RD", "RC", "RA", "0XV", "PK", "PJ", "PG", "PF", "PE", "PB", "PA",
 };
 constexpr std::uint32_t kFirstModel = 11;

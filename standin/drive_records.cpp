@@ -117,8 +117,8 @@ void Filler::FillFit() {
 void Filler::FillPlain() {
   PutName();
   PutRevision();
-  const auto count = static_cast<std::uint32_t>(
-      std::min<std::size_t>(setting_.geometry.rows.size(), (bytes_.size() - 16) / 4));
+  const auto count =
+      static_cast<std::uint32_t>(std::min<std::size_t>(setting_.geometry.rows.size(), (bytes_.size() - 16) / 4));
   bytes_.Put(10, 2, count);
   bytes_.Put(12, 2, 4);
   for (std::uint32_t i = 0; i < count; ++i) {
@@ -200,7 +200,7 @@ void Filler::FillCountHeader(std::uint32_t count) {
 
 void Filler::FillSlips() {
   constexpr std::uint32_t kEntryBytes = 6;
-  const ByteOrder cylinder_order = model() >= 58 ? ByteOrder::kLittle
+  const ByteOrder cylinder_order = model() >= 58  ? ByteOrder::kLittle
                                    : model() < 35 ? ByteOrder::kBig
                                                   : ByteOrder::kWordSwapped;
   const ByteOrder word_order = model() < 35 ? ByteOrder::kBig : ByteOrder::kLittle;
@@ -267,7 +267,8 @@ void Filler::FillServo() {
   for (std::uint32_t i = 0; i < list.size(); ++i) {
     const Defect& defect = *list[i];
     const std::uint32_t at = wide ? 872 + 8 * i : 10 + 6 * i;
-    const std::uint32_t sectors = setting_.geometry.SectorsPerTrack(defect.head, static_cast<std::int32_t>(defect.cylinder));
+    const std::uint32_t sectors =
+        setting_.geometry.SectorsPerTrack(defect.head, static_cast<std::int32_t>(defect.cylinder));
     const std::uint32_t wedge = (defect.logical - 1u) * 192 / std::max(sectors, 1u);
     bytes_.Put(at, 4, defect.cylinder);
     bytes_.Put(at + 4, 1, defect.head);
@@ -287,10 +288,9 @@ struct ScriptStep {
   std::uint16_t argument, repeat, pass;
 };
 constexpr ScriptStep kScript[] = {
-    {0x07, 0, 0, 0},    {0x08, 1, 0, 0},    {0x69, 0, 0, 1},   {0x10, 0, 1, 1},    {0x4F, 0, 0, 1},
-    {0x90, 0, 1, 1},    {0x08, 2, 0, 0},    {0x92, 0, 100, 1}, {0x01, 0, 0, 60},   {0x46, 0x0600, 0, 0},
-    {0xA0, 0, 1, 1},    {0x80, 0, 3, 1},    {0x8C, 0, 500, 1}, {0x66, 0, 10, 1},   {0x08, 3, 0, 0},
-    {0xC2, 1, 0, 0},    {0x1F, 0, 0, 0},
+    {0x07, 0, 0, 0},   {0x08, 1, 0, 0},   {0x69, 0, 0, 1},  {0x10, 0, 1, 1},      {0x4F, 0, 0, 1}, {0x90, 0, 1, 1},
+    {0x08, 2, 0, 0},   {0x92, 0, 100, 1}, {0x01, 0, 0, 60}, {0x46, 0x0600, 0, 0}, {0xA0, 0, 1, 1}, {0x80, 0, 3, 1},
+    {0x8C, 0, 500, 1}, {0x66, 0, 10, 1},  {0x08, 3, 0, 0},  {0xC2, 1, 0, 0},      {0x1F, 0, 0, 0},
 };
 constexpr std::uint32_t kLastStep = 12;  // counted from 1: where the result says burn-in stopped
 
@@ -345,26 +345,57 @@ void Filler::FillResult() {
 
 std::vector<std::uint8_t> Filler::Fill() {
   switch (record_.content) {
-    case Content::kFsi: FillFsi(); break;
-    case Content::kFit: FillFit(); break;
-    case Content::kPlain: FillPlain(); break;
-    case Content::kErrorLog: FillErrorLog(); break;
-    case Content::kDefects: FillDefects(); break;
-    case Content::kDefectsHeader: FillDefectsHeader(); break;
-    case Content::kNothing: break;
-    case Content::kSlips: FillSlips(); break;
-    case Content::kSlipsHeader: FillCountHeader(static_cast<std::uint32_t>(Select(IsSlipped).size())); break;
-    case Content::kReassigned: FillReassigned(); break;
-    case Content::kReassignedHeader: FillCountHeader(static_cast<std::uint32_t>(Select(IsReassigned).size())); break;
-    case Content::kTracks: FillTracks(); break;
-    case Content::kServo: FillServo(); break;
-    case Content::kServoHeader: FillServoHeader(); break;
-    case Content::kScript: FillScript(); break;
+    case Content::kFsi:
+      FillFsi();
+      break;
+    case Content::kFit:
+      FillFit();
+      break;
+    case Content::kPlain:
+      FillPlain();
+      break;
+    case Content::kErrorLog:
+      FillErrorLog();
+      break;
+    case Content::kDefects:
+      FillDefects();
+      break;
+    case Content::kDefectsHeader:
+      FillDefectsHeader();
+      break;
+    case Content::kNothing:
+      break;
+    case Content::kSlips:
+      FillSlips();
+      break;
+    case Content::kSlipsHeader:
+      FillCountHeader(static_cast<std::uint32_t>(Select(IsSlipped).size()));
+      break;
+    case Content::kReassigned:
+      FillReassigned();
+      break;
+    case Content::kReassignedHeader:
+      FillCountHeader(static_cast<std::uint32_t>(Select(IsReassigned).size()));
+      break;
+    case Content::kTracks:
+      FillTracks();
+      break;
+    case Content::kServo:
+      FillServo();
+      break;
+    case Content::kServoHeader:
+      FillServoHeader();
+      break;
+    case Content::kScript:
+      FillScript();
+      break;
     case Content::kScriptHeader:
       bytes_.PutText(0, "PASS");
       PutRevision();
       break;
-    case Content::kResult: FillResult(); break;
+    case Content::kResult:
+      FillResult();
+      break;
     case Content::kCapacitySelect:
       PutName();
       PutRevision();
@@ -375,7 +406,8 @@ std::vector<std::uint8_t> Filler::Fill() {
       PutRevision();
       bytes_.PutText(16, SerialNumberOf(setting_.kind));
       break;
-    case Content::kIdentify: return IdentifyDataOf(setting_.kind, setting_.geometry);
+    case Content::kIdentify:
+      return IdentifyDataOf(setting_.kind, setting_.geometry);
   }
   std::vector<std::uint8_t> bytes = bytes_.Take();
   constexpr std::uint8_t kWordsSwapped = 0x10;

@@ -25,8 +25,25 @@ inline constexpr std::uint32_t kFirstWithMcfsRead = 43;
 inline constexpr std::uint32_t kFirstWithBlockOffsets = 58;
 
 enum class Content {
-  kFsi, kFit, kPlain, kErrorLog, kDefects, kDefectsHeader, kNothing, kSlips, kSlipsHeader, kReassigned,
-  kReassignedHeader, kTracks, kServo, kServoHeader, kScript, kScriptHeader, kResult, kCapacitySelect, kSerialNumber,
+  kFsi,
+  kFit,
+  kPlain,
+  kErrorLog,
+  kDefects,
+  kDefectsHeader,
+  kNothing,
+  kSlips,
+  kSlipsHeader,
+  kReassigned,
+  kReassignedHeader,
+  kTracks,
+  kServo,
+  kServoHeader,
+  kScript,
+  kScriptHeader,
+  kResult,
+  kCapacitySelect,
+  kSerialNumber,
   kIdentify,
 };
 
@@ -34,8 +51,8 @@ enum class Content {
 struct StoredRecord {
   const char* name;  // eight characters
   Content content;
-  RECORD_FID_DESCRIPTOR descriptor;   // numbers least significant byte first
-  std::uint32_t sectors;              // really taken
+  RECORD_FID_DESCRIPTOR descriptor;  // numbers least significant byte first
+  std::uint32_t sectors;             // really taken
   bool has_second_copy;
 };
 
@@ -58,8 +75,8 @@ struct RecordSetting {
   std::function<const DefectMap&()> defects;  // made when a record first needs it
   const std::vector<StoredRecord>& records;
 };
-// The record as the drive stores it, at most sectors x 512 bytes; zeros follow. `second_copy` holds logical sectors where the first has
-// physical ones.
+// The record as the drive stores it, at most sectors x 512 bytes; zeros follow. `second_copy` holds logical sectors
+// where the first has physical ones.
 std::vector<std::uint8_t> FillRecord(const RecordSetting& setting, const StoredRecord& record, bool second_copy);
 
 }  // namespace standin

@@ -32,7 +32,7 @@ constexpr RecordRow kRows[] = {
     {"LDSI T  ", Content::kDefects,           160, kNamed,           11, 64},
     {"LDSI2T  ", Content::kNothing,             8, 0,                63, 64},
     {"SLIST_H ", Content::kSlipsHeader,         1, kNamed,           11, 64},
-    {"SLIST   ", Content::kSlips,              32, 0,                11, 64},
+    {"SLIST   ", Content::kSlips,              96, 0,                11, 64},
     {"RLIST_H ", Content::kReassignedHeader,    1, kNamed,           35, 57},
     {"RLIST_H ", Content::kReassignedHeader,    1, kNamed,           63, 64},
     {"RLIST   ", Content::kReassigned,          8, 0,                35, 57},
@@ -194,8 +194,7 @@ std::vector<StoredRecord> ListRecords(const DriveKind& kind, const DriveGeometry
     std::memcpy(record.descriptor.name, row.name, sizeof record.descriptor.name);
     record.descriptor.attributes = row.attributes;
     if (swaps && (row.attributes & kNamed) != 0) record.descriptor.attributes |= kSwapped;
-    record.descriptor.size =
-        (row.attributes & kTracks) != 0 ? row.size : static_cast<std::uint16_t>(record.sectors);
+    record.descriptor.size = (row.attributes & kTracks) != 0 ? row.size : static_cast<std::uint16_t>(record.sectors);
     record.descriptor.identifier = identifier++;
     if (row.content == Content::kFsi) record.descriptor.identifier = kFidFsi;
     if (row.content == Content::kFit) record.descriptor.identifier = kFidFit;

@@ -11,10 +11,12 @@ namespace standin {
 namespace {
 
 // What a fault rule may name.
-constexpr const char* kCommands[] = {"ANY",  "IDENTIFY", "TASKFILE", "MCFS_READRECORD", "RESET", "SMRT",
-                                     "PHRD", "PHWR",     "PHRV",     "SEEK",            "RDBUF", "WRBUF",
-                                     "OFFT", "STRY",     "SHRR",     "SECC",            "CHRR",  "CHRW",
-                                     "RDXW", "WRXW",     "FMTU"};
+constexpr const char* kCommands[] = {"ANY",   "IDENTIFY", "TASKFILE", "MCFS_READRECORD",
+                                     "RESET", "SMRT",     "PHRD",     "PHWR",
+                                     "PHRV",  "SEEK",     "RDBUF",    "WRBUF",
+                                     "OFFT",  "STRY",     "SHRR",     "SECC",
+                                     "CHRR",  "CHRW",     "RDXW",     "WRXW",
+                                     "FMTU"};
 constexpr int kRegisters = 14;
 
 std::string Upper(std::string text) {

@@ -1,9 +1,8 @@
 // The stand-in's drive command layer: what the plug-in calls, done on the simulated drive.
-#include "host/commands.h"
-
 #include <algorithm>
 #include <cstring>
 
+#include "host/commands.h"
 #include "platform/byte_view.h"
 #include "standin/host.h"
 #include "standin/identify_layout.h"
@@ -228,9 +227,8 @@ ECODE RunRead(const char* name, C_VM* vm, Read read) {
 }  // namespace
 
 ECODE OpcodeCmd_C_VU_OFFT(C_VM* vm) {
-  return RunControl("OFFT", vm, [](SimDrive& drive, std::uint32_t value) {
-    drive.SetOfftrack(static_cast<std::int32_t>(value));
-  });
+  return RunControl("OFFT", vm,
+                    [](SimDrive& drive, std::uint32_t value) { drive.SetOfftrack(static_cast<std::int32_t>(value)); });
 }
 ECODE OpcodeCmd_C_VU_STRY(C_VM* vm) {
   return RunControl("STRY", vm, [](SimDrive& drive, std::uint32_t value) { drive.SetRetry(value); });

@@ -1,8 +1,7 @@
 // The stand-in's record decoders. Layouts are its own (docs/stand-in.md); a revision word stands at byte 8.
-#include "host/decoders.h"
-
 #include <cstring>
 
+#include "host/decoders.h"
 #include "platform/byte_view.h"
 
 namespace {

@@ -140,7 +140,8 @@ class FolderArea : public MaintenanceArea {
 
  private:
   bool Seek(std::uint32_t cylinder, std::uint32_t head, std::uint32_t sector) {
-    return file_.Seek((std::uint64_t{cylinder} * heads_ + head) * kTrackBytes + std::uint64_t{sector - 1} * kSectorBytes);
+    return file_.Seek((std::uint64_t{cylinder} * heads_ + head) * kTrackBytes +
+                      std::uint64_t{sector - 1} * kSectorBytes);
   }
 
   platform::File file_;

@@ -31,8 +31,12 @@ class RecordWriter {
     if (bytes_.size() < offset + width) bytes_.resize(offset + width);
     std::uint8_t* at = bytes_.data() + offset;
     switch (order) {
-      case ByteOrder::kLittle: platform::StoreLe(at, width, value); break;
-      case ByteOrder::kBig: platform::StoreBe(at, width, value); break;
+      case ByteOrder::kLittle:
+        platform::StoreLe(at, width, value);
+        break;
+      case ByteOrder::kBig:
+        platform::StoreBe(at, width, value);
+        break;
       case ByteOrder::kWordSwapped:
         platform::StoreLe(at, 2, value >> 16);
         platform::StoreLe(at + 2, 2, value);

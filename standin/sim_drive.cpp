@@ -31,8 +31,8 @@ std::unique_ptr<SimDrive> SimDrive::Open(const DriveKind& kind, const std::strin
   DriveKind wanted = kind;
   if (!folder.empty() && !ReadDriveKind(folder, &wanted, error)) return nullptr;
   std::unique_ptr<SimDrive> drive(new SimDrive(wanted));
-  drive->maintenance_ = folder.empty() ? MakeMemoryArea(drive->design_)
-                                       : OpenFolderArea(folder, drive->design_.geometry, error);
+  drive->maintenance_ =
+      folder.empty() ? MakeMemoryArea(drive->design_) : OpenFolderArea(folder, drive->design_.geometry, error);
   if (drive->maintenance_ == nullptr) return nullptr;
   for (const DriveVariable& variable : kDriveVariables) {
     if (variable.model == wanted.model) drive->extended_words_[variable.address] = variable.value;
@@ -43,9 +43,9 @@ std::unique_ptr<SimDrive> SimDrive::Open(const DriveKind& kind, const std::strin
 bool SimDrive::Exists(std::uint32_t cylinder, std::uint32_t head, std::uint32_t sector, std::uint32_t count) const {
   if (head >= design_.geometry.heads || sector == 0 || count == 0 || count > kMostSectorsPerCommand) return false;
   const std::uint32_t sectors =
-      IsMaintenance(cylinder) ? kMaintenanceSectors
-                              : design_.geometry.SectorsPerTrack(static_cast<std::int32_t>(head),
-                                                                 static_cast<std::int32_t>(cylinder));
+      IsMaintenance(cylinder)
+          ? kMaintenanceSectors
+          : design_.geometry.SectorsPerTrack(static_cast<std::int32_t>(head), static_cast<std::int32_t>(cylinder));
   return sector <= sectors && count <= sectors - sector + 1;
 }
 

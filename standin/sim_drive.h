@@ -15,11 +15,11 @@ namespace standin {
 // Result codes of drive commands, as the stand-in's command layer returns them.
 enum DriveResult : ECODE {
   kSuccess = 0,
-  kBadArgument = 0x01,     // a number that the command does not take
-  kNotFound = 0x10,        // no such sector, track or record
-  kUncorrectable = 0x40,   // the sector cannot be read
-  kStoreFailed = 0x7F,     // the simulated drive's own files failed
-  kInjected = 0xFE,        // a fault rule without a code of its own
+  kBadArgument = 0x01,    // a number that the command does not take
+  kNotFound = 0x10,       // no such sector, track or record
+  kUncorrectable = 0x40,  // the sector cannot be read
+  kStoreFailed = 0x7F,    // the simulated drive's own files failed
+  kInjected = 0xFE,       // a fault rule without a code of its own
 };
 
 class SimDrive {

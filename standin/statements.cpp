@@ -19,12 +19,18 @@ void Complain(const std::string& text) {
 }
 
 const StatementRunner::Statement StatementRunner::kStatements[] = {
-    {"run", "", &StatementRunner::Run},        {"tree", "", &StatementRunner::Tree},
-    {"geometry", "", &StatementRunner::Geometry}, {"skew", "nn", &StatementRunner::Skew},
-    {"activate", "t", &StatementRunner::Activate}, {"key", "wN", &StatementRunner::Key},
-    {"answer", "w", &StatementRunner::Answer}, {"set", "nt", &StatementRunner::Set},
-    {"click", "n", &StatementRunner::Click},   {"get", "n", &StatementRunner::Get},
-    {"show", "", &StatementRunner::Show},      {"picture", "t", &StatementRunner::Picture},
+    {"run", "", &StatementRunner::Run},
+    {"tree", "", &StatementRunner::Tree},
+    {"geometry", "", &StatementRunner::Geometry},
+    {"skew", "nn", &StatementRunner::Skew},
+    {"activate", "t", &StatementRunner::Activate},
+    {"key", "wN", &StatementRunner::Key},
+    {"answer", "w", &StatementRunner::Answer},
+    {"set", "nt", &StatementRunner::Set},
+    {"click", "n", &StatementRunner::Click},
+    {"get", "n", &StatementRunner::Get},
+    {"show", "", &StatementRunner::Show},
+    {"picture", "t", &StatementRunner::Picture},
     {"exit", "n", &StatementRunner::Exit},
 };
 
@@ -32,9 +38,12 @@ namespace {
 
 bool Fits(char kind, const Token& token) {
   switch (platform::LowerAscii(kind)) {
-    case 't': return token.kind == Token::Kind::kText;
-    case 'n': return token.kind == Token::Kind::kNumber;
-    default: return token.kind == Token::Kind::kWord || token.kind == Token::Kind::kText;
+    case 't':
+      return token.kind == Token::Kind::kText;
+    case 'n':
+      return token.kind == Token::Kind::kNumber;
+    default:
+      return token.kind == Token::Kind::kWord || token.kind == Token::Kind::kText;
   }
 }
 
@@ -138,8 +147,10 @@ void StatementRunner::TakeResult(int result) {
 
 bool StatementRunner::Succeeded(Outcome outcome, const std::string& what) {
   switch (outcome) {
-    case Outcome::kDone: return true;
-    case Outcome::kNoTarget: Complain(Format("%s: there is nothing to take %s", source_.Place().c_str(), what.c_str()));
+    case Outcome::kDone:
+      return true;
+    case Outcome::kNoTarget:
+      Complain(Format("%s: there is nothing to take %s", source_.Place().c_str(), what.c_str()));
       break;
     case Outcome::kRefused:
       Complain(Format("%s: the control is disabled or takes no %s", source_.Place().c_str(), what.c_str()));

@@ -82,9 +82,12 @@ struct CheckBox {
   bool DriveIdentity::*flag;
 };
 constexpr CheckBox kCheckBoxes[] = {
-    {kUpdateSpeed, &DriveIdentity::update_spindle_speed},  {kUpdateWedges, &DriveIdentity::update_servo_wedges},
-    {kUseMcfs, &DriveIdentity::use_mcfs},                  {kUpdateModel, &DriveIdentity::update_model},
-    {kDisplaySerial, &DriveIdentity::display_serial_number}, {kUseDirectoryFile, &DriveIdentity::use_directory_file},
+    {kUpdateSpeed, &DriveIdentity::update_spindle_speed},
+    {kUpdateWedges, &DriveIdentity::update_servo_wedges},
+    {kUseMcfs, &DriveIdentity::use_mcfs},
+    {kUpdateModel, &DriveIdentity::update_model},
+    {kDisplaySerial, &DriveIdentity::display_serial_number},
+    {kUseDirectoryFile, &DriveIdentity::use_directory_file},
 };
 
 class ConfigDialog : public platform::DialogEvents {
@@ -150,16 +153,23 @@ void ConfigDialog::OnClick(int id) {
 
 void ConfigDialog::HandleClick(int id) {
   switch (id) {
-    case kBrowseImage: return BrowseFor(kImagePath, "*.mcf", "MCFS Files (*.mcf)|*.mcf|MCW File(*.dat)|*.dat||");
-    case kBrowseDirectory: return BrowseFor(kDirectoryPath, "*.mcd", "MCFS Directory Files (*.mcd)|*.mcd||");
-    case kSendReset: ResetDrive(); return;
-    case kIdentify: return IdentifyAndTell();
-    case platform::kDialogCancel: return dialog_.End(platform::kDialogCancel);
+    case kBrowseImage:
+      return BrowseFor(kImagePath, "*.mcf", "MCFS Files (*.mcf)|*.mcf|MCW File(*.dat)|*.dat||");
+    case kBrowseDirectory:
+      return BrowseFor(kDirectoryPath, "*.mcd", "MCFS Directory Files (*.mcd)|*.mcd||");
+    case kSendReset:
+      ResetDrive();
+      return;
+    case kIdentify:
+      return IdentifyAndTell();
+    case platform::kDialogCancel:
+      return dialog_.End(platform::kDialogCancel);
     case platform::kDialogOk:
       Apply();
       if (g_main_window) g_main_window->Run();
       return dialog_.End(platform::kDialogOk);
-    default: return EnableControls();
+    default:
+      return EnableControls();
   }
 }
 
@@ -176,10 +186,18 @@ void ConfigDialog::Apply() {
   identity_.access.image_file = dialog_.Text(kImagePath);
   identity_.access.directory_file = dialog_.Text(kDirectoryPath);
   switch (SelectedMode()) {
-    case AccessMode::kDisk: identity_.access.mode = AccessMode::kDisk; break;
-    case AccessMode::kMcf: g_records->SwitchToMcf(); break;
-    case AccessMode::kMcw: g_records->SwitchToMcw(); break;
-    case AccessMode::kFile: identity_.access.mode = AccessMode::kFile; break;
+    case AccessMode::kDisk:
+      identity_.access.mode = AccessMode::kDisk;
+      break;
+    case AccessMode::kMcf:
+      g_records->SwitchToMcf();
+      break;
+    case AccessMode::kMcw:
+      g_records->SwitchToMcw();
+      break;
+    case AccessMode::kFile:
+      identity_.access.mode = AccessMode::kFile;
+      break;
   }
 }
 

@@ -24,7 +24,8 @@ constexpr int kImageListGrowth = 4;
 
 constexpr char kNoMemory[] = "There is not enough memory for this.";
 constexpr char kUnsupported[] =
-    "PELIX doesn't support this model,\nbecause this drive has unknown firmware revision prefix.\nBut if you know which "
+    "PELIX doesn't support this model,\nbecause this drive has unknown firmware revision prefix.\nBut if you know "
+    "which "
     "kind of model this drive is similar with,\nyou can enter model name on PELIX Configuration dialog box.";
 constexpr char kUnsupportedCommonHeader[] =
     "PELIX doesn't support this model on Common Header mode,\nbecause this drive has unknown firmware revision "
@@ -152,9 +153,12 @@ void MainWindow::OnActivate() {
 
 bool ActionEntry::HasHandler() const {
   switch (kind) {
-    case ActionKind::kPlain: return plain != nullptr;
-    case ActionKind::kFixedReport: return fixed != nullptr;
-    case ActionKind::kGrowingReport: break;
+    case ActionKind::kPlain:
+      return plain != nullptr;
+    case ActionKind::kFixedReport:
+      return fixed != nullptr;
+    case ActionKind::kGrowingReport:
+      break;
   }
   return growing != nullptr;
 }

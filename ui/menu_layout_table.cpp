@@ -10,8 +10,8 @@ namespace {
 // Layouts, to be or-ed.
 constexpr std::uint16_t A = 1, B = 2, C = 4, D = 8, E = 16, F = 32, G = 64, H = 128, I = 256, J = 512, K = 1024;
 constexpr std::uint16_t kAll = A | B | C | D | E | F | G | H | I | J | K;
-constexpr std::uint16_t kCHIJ = C | H | I | J;    // these four leave the same leaves out
-constexpr std::uint16_t kNotD = kAll & ~D;        // layout D is a short menu
+constexpr std::uint16_t kCHIJ = C | H | I | J;  // these four leave the same leaves out
+constexpr std::uint16_t kNotD = kAll & ~D;      // layout D is a short menu
 constexpr std::uint16_t kMatrixAll = kAll & ~(A | B | C);
 
 // The kinds of rows. What a kind does not need stays zero.
@@ -38,14 +38,14 @@ constexpr MenuRow Visual(std::uint8_t depth, const char* text, std::uint16_t lay
 constexpr MenuRow Report(std::uint8_t depth, const char* text, std::uint16_t layouts, const char* record,
                          std::uint16_t visible_lines, std::uint16_t line_width, FixedReportHandler handler = nullptr,
                          ModelRule rule = ModelRule::kAny) {
-  return {depth,   text,    layouts, rule,   MenuItemKind::kFixedReport, 0, 0, nullptr,
-          handler, nullptr, record,  visible_lines, line_width};
+  return {depth,   text,   layouts,       rule,      MenuItemKind::kFixedReport, 0, 0, nullptr, handler,
+          nullptr, record, visible_lines, line_width};
 }
 constexpr MenuRow Growing(std::uint8_t depth, const char* text, std::uint16_t layouts, const char* record,
-                          std::uint16_t visible_lines, std::uint16_t line_width,
-                          GrowingReportHandler handler = nullptr, ModelRule rule = ModelRule::kAny) {
-  return {depth,   text,    layouts, rule,   MenuItemKind::kGrowingReport, 0, 0, nullptr,
-          nullptr, handler, record,  visible_lines, line_width};
+                          std::uint16_t visible_lines, std::uint16_t line_width, GrowingReportHandler handler = nullptr,
+                          ModelRule rule = ModelRule::kAny) {
+  return {depth,   text,   layouts,       rule,      MenuItemKind::kGrowingReport, 0, 0, nullptr, nullptr,
+          handler, record, visible_lines, line_width};
 }
 
 using enum ModelRule;

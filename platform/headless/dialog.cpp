@@ -60,11 +60,19 @@ std::string Dialog::Impl::Show() {
     const Control& state = states[control.id];
     std::string look = control.text;
     switch (control.kind) {
-      case ControlKind::kRadio: look = (state.checked ? "(*) " : "( ) ") + look; break;
-      case ControlKind::kCheck: look = (state.checked ? "[x] " : "[ ] ") + look; break;
+      case ControlKind::kRadio:
+        look = (state.checked ? "(*) " : "( ) ") + look;
+        break;
+      case ControlKind::kCheck:
+        look = (state.checked ? "[x] " : "[ ] ") + look;
+        break;
       case ControlKind::kEdit:
-      case ControlKind::kMultilineEdit: look += ": " + WithPlainLineEnds(state.text); break;
-      case ControlKind::kButton: look = "<" + look + ">"; break;
+      case ControlKind::kMultilineEdit:
+        look += ": " + WithPlainLineEnds(state.text);
+        break;
+      case ControlKind::kButton:
+        look = "<" + look + ">";
+        break;
     }
     text += Format("%5d %s%s\n", control.id, look.c_str(), state.enabled ? "" : " (disabled)");
   }
@@ -95,11 +103,17 @@ Outcome Dialog::Impl::ClickControl(int id) {
   if (control == nullptr) return Outcome::kNoTarget;
   if (!states[id].enabled) return Outcome::kRefused;
   switch (control->kind) {
-    case ControlKind::kRadio: Check(id, true); break;
-    case ControlKind::kCheck: Check(id, !states[id].checked); break;
-    case ControlKind::kButton: break;
+    case ControlKind::kRadio:
+      Check(id, true);
+      break;
+    case ControlKind::kCheck:
+      Check(id, !states[id].checked);
+      break;
+    case ControlKind::kButton:
+      break;
     case ControlKind::kEdit:
-    case ControlKind::kMultilineEdit: return Outcome::kRefused;
+    case ControlKind::kMultilineEdit:
+      return Outcome::kRefused;
   }
   events->OnClick(id);
   return Outcome::kDone;
@@ -110,10 +124,16 @@ Outcome Dialog::Impl::GetControl(int id, std::string* text) {
   if (control == nullptr) return Outcome::kNoTarget;
   switch (control->kind) {
     case ControlKind::kRadio:
-    case ControlKind::kCheck: *text = states[id].checked ? "1" : "0"; break;
+    case ControlKind::kCheck:
+      *text = states[id].checked ? "1" : "0";
+      break;
     case ControlKind::kEdit:
-    case ControlKind::kMultilineEdit: *text = WithPlainLineEnds(states[id].text); break;
-    case ControlKind::kButton: *text = control->text; break;
+    case ControlKind::kMultilineEdit:
+      *text = WithPlainLineEnds(states[id].text);
+      break;
+    case ControlKind::kButton:
+      *text = control->text;
+      break;
   }
   return Outcome::kDone;
 }

@@ -1,9 +1,8 @@
 // Progress of a headless run: a line on standard error, and only for somebody who watches it on a terminal.
 #include "platform/progress_window.h"
 
-#include <unistd.h>
-
 #include <cstdio>
+#include <unistd.h>
 
 namespace platform {
 

@@ -20,9 +20,11 @@ int ShowMessageBox(const std::string& text, MessageStyle style) {
   if (!desktop.TakeAnswer(&answer)) return kAnswerYes;
   switch (answer.kind) {
     case AnswerKind::kYes:
-    case AnswerKind::kText: return kAnswerYes;
+    case AnswerKind::kText:
+      return kAnswerYes;
     case AnswerKind::kNo:
-    case AnswerKind::kCancel: break;
+    case AnswerKind::kCancel:
+      break;
   }
   return kAnswerNo;
 }

@@ -1,13 +1,12 @@
 #include "platform/system_files.h"
 
-#include <dirent.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <climits>
+#include <dirent.h>
 #include <memory>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "platform/files.h"
 #include "platform/format.h"

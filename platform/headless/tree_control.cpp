@@ -105,8 +105,7 @@ TreeControl::Item TreeControl::SelectedItem() const {
 
 TreeControl::Item TreeControl::FindPath(const std::string& path) const {
   return FindTreeItem({[this](void* parent) { return FirstChild(parent); },
-                       [this](void* item) { return NextSibling(item); },
-                       [this](void* item) { return ItemText(item); }},
+                       [this](void* item) { return NextSibling(item); }, [this](void* item) { return ItemText(item); }},
                       path);
 }
 

@@ -1,0 +1,148 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "platform/format.h"
+#include "platform/keys.h"
+#include "platform/profile.h"
+#include "platform/tree_path.h"
+#include "tests/support/plugin_test.h"
+
+namespace platform {
+namespace {
+
+using pelix::EmptyFolder;
+using pelix::ReadText;
+
+TEST(Format, LongTextsComeWhole) {
+  const std::string word(5000, 'x');
+  EXPECT_EQ(Format("<%s>", word.c_str()), "<" + word + ">");
+  EXPECT_EQ(Format("%s", std::string(255, 'y').c_str()), std::string(255, 'y'));
+  EXPECT_EQ(Format("%s", std::string(256, 'z').c_str()), std::string(256, 'z'));
+}
+
+TEST(Format, ReadsDecimalsAsAUserMeansThem) {
+  const struct {
+    const char* text;
+    int value;
+  } cases[] = {{"7200", 7200},  {" -3", -3},          {"+12abc", 12},          {"abc", 0},
+               {"", 0},         {"-", 0},             {"2147483647", 2147483647}, {"2147483648", 2147483647},
+               {"-2147483649", -2147483647 - 1},      {"99999999999999999999", 2147483647}, {"\t5", 5}};
+  for (const auto& c : cases) EXPECT_EQ(ReadDecimal(c.text), c.value) << c.text;
+}
+
+TEST(ByteView, NeverReadsOutside) {
+  const std::uint8_t bytes[] = {0x11, 0x22, 0x33, 0x44};
+  const ByteView view(bytes, sizeof bytes);
+  std::uint32_t value = 9;
+  EXPECT_TRUE(view.Le(0, 4, &value));
+  EXPECT_EQ(value, 0x44332211u);
+  EXPECT_TRUE(view.Be(1, 3, &value));
+  EXPECT_EQ(value, 0x223344u);
+  EXPECT_FALSE(view.Le(1, 4, &value));
+  EXPECT_EQ(value, 0u);
+  EXPECT_FALSE(view.Be(SIZE_MAX, 2, &value));
+  EXPECT_TRUE(view.Holds(4, 0));
+  EXPECT_FALSE(view.Holds(5, 0));
+  EXPECT_FALSE(view.Holds(2, SIZE_MAX));
+}
+
+TEST(Files, NamesMatchWhateverTheirCaseAndSeparators) {
+  const EmptyFolder folder;
+  std::filesystem::create_directory("Data");
+  std::ofstream("Data/VU_IDFY.bin") << "x";
+  EXPECT_TRUE(FileExists("data\\vu_idfy.BIN"));
+  EXPECT_EQ(SystemPath("DATA\\Vu_Idfy.Bin"), "Data/VU_IDFY.bin");
+  EXPECT_EQ(SystemPath("DATA\\new.txt"), "Data/new.txt");
+  EXPECT_FALSE(FileExists("Data\\other"));
+  EXPECT_FALSE(File::Open("Data", "rb").IsOpen());
+  EXPECT_EQ(RemoveFile("data\\none"), RemoveResult::kAbsent);
+  EXPECT_EQ(RemoveFile("Data/VU_IDFY.bin/under"), RemoveResult::kAbsent);
+  EXPECT_EQ(RemoveFile("data"), RemoveResult::kFailed);
+  EXPECT_EQ(RemoveFile("DATA\\vu_idfy.bin"), RemoveResult::kRemoved);
+  EXPECT_TRUE(MakeFolder("data"));
+  EXPECT_FALSE(MakeFolder("none/below"));
+}
+
+TEST(Files, AReplacementThatFailsLeavesTheOldFile) {
+  const EmptyFolder folder;
+  std::ofstream("list.txt") << "old";
+  {
+    ReplacingFile file;
+    ASSERT_TRUE(file.Open("LIST.TXT", "w"));
+    EXPECT_TRUE(file.Write("half a list"));
+  }
+  EXPECT_EQ(ReadText("list.txt"), "old");
+  ReplacingFile file;
+  ASSERT_TRUE(file.Open("LIST.TXT", "w"));
+  EXPECT_TRUE(file.Write("new"));
+  EXPECT_TRUE(file.Commit());
+  EXPECT_EQ(ReadText("list.txt"), "new");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator("."), {}), 1);
+}
+
+TEST(Files, AFullDiskShows) {
+  ReplacingFile device;
+  ASSERT_TRUE(device.Open("/dev/full", "w"));
+  EXPECT_TRUE(device.Write("x"));
+  EXPECT_FALSE(device.Commit());
+  EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
+  File file = File::Open("/dev/full", "wb");
+  EXPECT_TRUE(file.Write("x"));
+  EXPECT_FALSE(file.Close());
+  EXPECT_FALSE(ReplacingFile().Commit());
+  ReplacingFile nowhere;
+  EXPECT_FALSE(nowhere.Open("/proc/nowhere/list.txt", "w"));
+}
+
+TEST(Files, NamesFromDataAreNeverDevices) {
+  const auto letters = [](char c) { return c >= 'A' && c <= 'Z'; };
+  EXPECT_EQ(SafeFileName("A/B\\C", letters), "A_B_C");
+  for (const char* device : {"CON", "nul.bin", "Com1.txt", "LPT9", "AUX"}) {
+    EXPECT_EQ(SafeFileName(device, [](char) { return true; }), std::string("_") + device);
+  }
+  for (const char* file : {"COM", "COMA", "CONS", "NULL.bin", "COM10"}) {
+    EXPECT_EQ(SafeFileName(file, [](char) { return true; }), file);
+  }
+}
+
+TEST(Profile, ReadsOddFilesAndKeepsWhatIsNotItsOwn) {
+  const EmptyFolder folder;
+  const std::string long_line(65536, 'L');
+  std::ofstream("p.ini") << "; comment\n[Other]\nRPM=1\n" << long_line << "\n[pelix_cfg]\r\n rpm = 5400 \r\nNAME=\" q \"\n"
+                         << "BROKEN\nEMPTY=\nRPM=7200\nTEXT=abc\n\n[Last]\nRPM=9\n";
+  Profile profile;
+  ASSERT_TRUE(profile.Load("P.INI"));
+  EXPECT_EQ(profile.GetInt("PELIX_CFG", "RPM", 1), 5400);
+  EXPECT_EQ(profile.GetInt("PELIX_CFG", "EMPTY", 7), 7);
+  EXPECT_EQ(profile.GetInt("PELIX_CFG", "TEXT", 7), 0);
+  EXPECT_EQ(profile.GetInt("PELIX_CFG", "BROKEN", 7), 7);
+  EXPECT_EQ(profile.GetString("PELIX_CFG", "NAME", ""), " q ");
+  profile.SetInt("PELIX_CFG", "RPM", 3600);
+  profile.SetString("PELIX_CFG", "NEW", "a\r\n[Fake]\nb=1");
+  profile.SetString("Fresh", "K", " edge ");
+  ASSERT_TRUE(profile.Save("p.ini"));
+  Profile again;
+  ASSERT_TRUE(again.Load("p.ini"));
+  EXPECT_EQ(again.GetInt("pelix_cfg", "rpm", 1), 3600);
+  EXPECT_EQ(again.GetString("PELIX_CFG", "NEW", ""), "a");
+  EXPECT_EQ(again.GetString("Fake", "b", "none"), "none");
+  EXPECT_EQ(again.GetString("Fresh", "K", ""), " edge ");
+  EXPECT_EQ(again.GetInt("Other", "RPM", 0), 1);
+  EXPECT_EQ(again.GetInt("Last", "RPM", 0), 9);
+  EXPECT_NE(ReadText("p.ini").find(long_line), std::string::npos);
+  EXPECT_FALSE(Profile().Load("none.ini"));
+}
+
+TEST(Keys, NamesAreThoseOfTheScriptLanguage) {
+  KeyPress key;
+  ASSERT_TRUE(ParseKey("shift+pgdn", &key));
+  EXPECT_EQ(key, (KeyPress{Key::kPageDown, true, false}));
+  ASSERT_TRUE(ParseKey("Ctrl+C", &key));
+  EXPECT_EQ(key, (KeyPress{Key::kC, false, true}));
+  for (const char* bad : {"C", "F13", "", "Shift+", "Enter ", "Alt+F4"}) EXPECT_FALSE(ParseKey(bad, &key)) << bad;
+}
+
+}  // namespace
+}  // namespace platform
