@@ -3,6 +3,13 @@
 
 #include "host/vm.h"
 
+// How a plug-in marks its entry function. On Windows its module definition file names it instead, undecorated.
+#if defined(_WIN32)
+#define PLUGIN_EXPORT
+#else
+#define PLUGIN_EXPORT __attribute__((visibility("default")))
+#endif
+
 // The host's window object as far as a plug-in needs it: seven words of the framework's own, then the window.
 struct CWnd {
   HostWord framework_words[7];

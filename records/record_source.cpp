@@ -61,7 +61,7 @@ void RecordSource::ForgetDirectory() {
 DirectoryEntry* RecordSource::FindEntry(const RecordName& name, std::uint32_t index, Report report, bool second_copy) {
   const bool tell = report == Report::kYes;
   if (directory_ == nullptr) {
-    if (tell) ShowMessage(kNoDirectory);
+    ShowMessage(kNoDirectory);  // whoever looks is to know what to turn on
     return nullptr;
   }
   DirectoryEntry* entry = directory_->Find(name, index, second_copy);

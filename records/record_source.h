@@ -41,13 +41,15 @@ class RecordSource : public RecordDirectory {
   bool HasDirectory() const { return directory_ != nullptr; }
   const Directory* directory() const { return directory_.get(); }
 
-  // The index-th entry of that name, null when there is none; tells the user why only when asked to.
+  // The index-th entry of that name, null when there is none; tells the user why only when asked to, but always that
+  // there is no directory.
   DirectoryEntry* FindEntry(const RecordName& name, std::uint32_t index, Report report, bool second_copy);
 
   bool ReadSectors(const DirectoryEntry& entry, SectorRange range, std::uint8_t* to);
   bool WriteSectors(const DirectoryEntry& entry, SectorRange range, std::uint8_t* from);
 
-  // The whole record, under a progress window. A name that is not in the directory gives nothing, silently.
+  // The whole record, under a progress window. A name that is not in the directory, or has no sectors, gives nothing,
+  // silently.
   Record FetchRecord(const RecordName& name, std::uint32_t index = 0, bool second_copy = false);
   // Into a caller's buffer that has room for the entry's size, or for `range`.
   bool ReadWhole(const RecordName& name, std::uint8_t* to, std::uint32_t index = 0, bool second_copy = false);

@@ -1,9 +1,8 @@
 // The plug-in's rooms in the test's own process, on the stand-in's drive, each test in an empty folder of its own.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
+#include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
@@ -11,6 +10,7 @@
 #include "drive/host_services.h"
 #include "listwin/list_window.h"
 #include "platform/automation.h"
+#include "platform/headless/desktop.h"
 #include "plugin/application.h"
 #include "records/record_source.h"
 #include "standin/host.h"
@@ -45,6 +45,7 @@ class PluginTest : public testing::Test {
     automation::SetMessageSink([](const std::string& text) { messages().push_back(text); });
     automation::SetEventSource([] { return NextEvent(); });
     events().clear();
+    platform::headless::Desktop::Instance().answers.clear();
     Use({});
   }
   ~PluginTest() override {

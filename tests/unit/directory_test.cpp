@@ -12,11 +12,10 @@ TEST(RecordName, FileNamesAreSafeAndFixed) {
     bool second;
     const char* file;
   } cases[] = {
-      {"LDSI T  ", false, "LDSI_T.bin"},      {"LDSI T  ", true, "LDSI_T.bin2"},
-      {"        ", false, ".bin"},            {"BI_ERLOG", true, "BI_ERLOG.bin2"},
-      {"..\\..\\X ", false, ".._.._X.bin"},   {"/etc/a  ", false, "_etc_a.bin"},
-      {"CON     ", false, "_CON.bin"},        {"nul.x   ", false, "_nul.x.bin"},
-      {"A\0B\xFF:*? ", false, "A_B____.bin"}, {"  A     ", false, "__A.bin"},
+      {"LDSI T  ", false, "LDSI_T.bin"},   {"LDSI T  ", true, "LDSI_T.bin2"},    {"        ", false, ".bin"},
+      {"BI_ERLOG", true, "BI_ERLOG.bin2"}, {"..\\..\\X ", false, ".._.._X.bin"}, {"/etc/a  ", false, "_etc_a.bin"},
+      {"CON     ", false, "_CON.bin"},     {"nul.x   ", false, "_nul.x.bin"},    {"A\0B\xFF:*? ", false, "A_B____.bin"},
+      {"  A     ", false, "__A.bin"},
   };
   for (const auto& c : cases) EXPECT_EQ(RecordName(c.name).FileName(c.second), c.file);
   EXPECT_EQ(RecordName("A\nB\x7F\0\0\0\0").Shown(), "A.B.....");
@@ -32,8 +31,15 @@ TEST(RecordName, MatchesItselfAndItsSwappedForm) {
 }
 
 TEST(Directory, StandsAtTheHeadOfAnImageByteForByte) {
-  DirectoryEntry entry = DecodeEntry(RecordBytes(16).Le(0, 0x3123, 2).Text(2, "CHN_TBL ").Le(10, 0x4567, 2)
-                                         .Le(12, 0x89AB, 2).Le(14, 0xCD, 1).Le(15, 0x1B, 1).Get().data());
+  DirectoryEntry entry = DecodeEntry(RecordBytes(16)
+                                         .Le(0, 0x3123, 2)
+                                         .Text(2, "CHN_TBL ")
+                                         .Le(10, 0x4567, 2)
+                                         .Le(12, 0x89AB, 2)
+                                         .Le(14, 0xCD, 1)
+                                         .Le(15, 0x1B, 1)
+                                         .Get()
+                                         .data());
   EXPECT_EQ(entry.name, RecordName("CHN_TBL "));
   EXPECT_EQ(entry.location, 0x4567);
   EXPECT_EQ(entry.size, 0x89AB);
@@ -43,9 +49,17 @@ TEST(Directory, StandsAtTheHeadOfAnImageByteForByte) {
   EXPECT_EQ(entry.Fid(), 0x1123);
 
   const std::vector<std::uint8_t> bytes = Directory(2, {DirectoryEntry(), entry}).Encode();
-  const RecordBytes expected = RecordBytes(1024).Text(0, "MCFRHDR").Le(10, 2, 2).Le(12, 16, 2).Le(14, 2, 2)
-                                   .Le(48, 0x3123, 2).Text(50, "CHN_TBL ").Le(58, 0x4567, 2).Le(60, 0x89AB, 2)
-                                   .Le(62, 0xCD, 1).Le(63, 0x1B, 1);
+  const RecordBytes expected = RecordBytes(1024)
+                                   .Text(0, "MCFRHDR")
+                                   .Le(10, 2, 2)
+                                   .Le(12, 16, 2)
+                                   .Le(14, 2, 2)
+                                   .Le(48, 0x3123, 2)
+                                   .Text(50, "CHN_TBL ")
+                                   .Le(58, 0x4567, 2)
+                                   .Le(60, 0x89AB, 2)
+                                   .Le(62, 0xCD, 1)
+                                   .Le(63, 0x1B, 1);
   EXPECT_EQ(bytes, expected.Get());
   EXPECT_EQ(Directory::Decode(expected.View()).entries(), (std::vector<DirectoryEntry>{DirectoryEntry(), entry}));
 }
@@ -89,9 +103,9 @@ TEST_F(FitTest, DescriptorsThatDoNotFitAreLeftOut) {
     std::uint32_t sectors_read, sectors_said, first, count;
     std::uint32_t descriptors, sectors;
   } cases[] = {
-      {1, 1, 32, 30, 30, 1},      {1, 1, 32, 31, 30, 1},         {1, 1, 33, 30, 29, 1},     {1, 1, 512, 5, 0, 1},
-      {1, 1, 513, 5, 0, 1},       {1, 1, 0xFFFF, 0xFFFF, 0, 1},  {1, 0, 32, 5, 0, 0},       {2, 1, 32, 0xFFFF, 30, 1},
-      {1, 0xFFFF, 32, 40, 30, 1}, {2, 2, 500, 9, 9, 2},          {1, 1, 32, 0, 0, 1},       {2, 2, 1024, 0, 0, 2},
+      {1, 1, 32, 30, 30, 1},      {1, 1, 32, 31, 30, 1},        {1, 1, 33, 30, 29, 1}, {1, 1, 512, 5, 0, 1},
+      {1, 1, 513, 5, 0, 1},       {1, 1, 0xFFFF, 0xFFFF, 0, 1}, {1, 0, 32, 5, 0, 0},   {2, 1, 32, 0xFFFF, 30, 1},
+      {1, 0xFFFF, 32, 40, 30, 1}, {2, 2, 500, 9, 9, 2},         {1, 1, 32, 0, 0, 1},   {2, 2, 1024, 0, 0, 2},
   };
   for (const auto& c : cases) {
     RecordBytes raw(c.sectors_read * 512);

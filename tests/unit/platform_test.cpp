@@ -1,7 +1,6 @@
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <fstream>
+#include <gtest/gtest.h>
 
 #include "platform/format.h"
 #include "platform/keys.h"
@@ -26,9 +25,17 @@ TEST(Format, ReadsDecimalsAsAUserMeansThem) {
   const struct {
     const char* text;
     int value;
-  } cases[] = {{"7200", 7200},  {" -3", -3},          {"+12abc", 12},          {"abc", 0},
-               {"", 0},         {"-", 0},             {"2147483647", 2147483647}, {"2147483648", 2147483647},
-               {"-2147483649", -2147483647 - 1},      {"99999999999999999999", 2147483647}, {"\t5", 5}};
+  } cases[] = {{"7200", 7200},
+               {" -3", -3},
+               {"+12abc", 12},
+               {"abc", 0},
+               {"", 0},
+               {"-", 0},
+               {"2147483647", 2147483647},
+               {"2147483648", 2147483647},
+               {"-2147483649", -2147483647 - 1},
+               {"99999999999999999999", 2147483647},
+               {"\t5", 5}};
   for (const auto& c : cases) EXPECT_EQ(ReadDecimal(c.text), c.value) << c.text;
 }
 
@@ -110,7 +117,8 @@ TEST(Files, NamesFromDataAreNeverDevices) {
 TEST(Profile, ReadsOddFilesAndKeepsWhatIsNotItsOwn) {
   const EmptyFolder folder;
   const std::string long_line(65536, 'L');
-  std::ofstream("p.ini") << "; comment\n[Other]\nRPM=1\n" << long_line << "\n[pelix_cfg]\r\n rpm = 5400 \r\nNAME=\" q \"\n"
+  std::ofstream("p.ini") << "; comment\n[Other]\nRPM=1\n"
+                         << long_line << "\n[pelix_cfg]\r\n rpm = 5400 \r\nNAME=\" q \"\n"
                          << "BROKEN\nEMPTY=\nRPM=7200\nTEXT=abc\n\n[Last]\nRPM=9\n";
   Profile profile;
   ASSERT_TRUE(profile.Load("P.INI"));

@@ -137,7 +137,8 @@ TEST_F(RecordSourceTest, PhysicalReadsFollowTheTracks) {
   for (std::uint32_t i = 0; i < 500; ++i) {
     const std::uint32_t at = 150 + i;
     ASSERT_EQ(drive().WritePhysical(8 + at / 200 / heads_, at / 200 % heads_, at % 200 + 1, 1,
-                                    content.Get().data() + i * 512), 0u);
+                                    content.Get().data() + i * 512),
+              0u);
   }
   EXPECT_EQ(Fetched("LONG    "), content.Get());
   std::vector<std::uint8_t> part(300 * 512);
@@ -255,9 +256,9 @@ TEST_F(RecordSourceTest, LookupsSayWhatIsMissing) {
   EXPECT_FALSE(records().ReadWhole(RecordName("EMPTY   "), sector));
   EXPECT_FALSE(records().FetchRecord(RecordName("EMPTY   ")));
   EXPECT_FALSE(records().WriteWhole(RecordName("NO\0NAME\x01"), sector));
-  EXPECT_EQ(messages(), (Messages{kNotInitialised, "\"CAPSELDA\" : PELIX cannot find this in MCFR directory",
-                                  "\"EMPTY   \" : File size is zero",
-                                  "\"NO.NAME.\" : PELIX cannot find this in MCFR directory"}));
+  EXPECT_EQ(messages(),
+            (Messages{kNotInitialised, kNotInitialised, "\"CAPSELDA\" : PELIX cannot find this in MCFR directory",
+                      "\"EMPTY   \" : File size is zero", "\"NO.NAME.\" : PELIX cannot find this in MCFR directory"}));
 }
 
 TEST_F(RecordSourceTest, DriveTablesThatCannotBeReadGiveNoDirectory) {
@@ -329,8 +330,7 @@ std::vector<std::uint8_t> McfImage() {
 }
 
 TEST_F(RecordSourceTest, ImagesAreRefusedOrReadAsFarAsTheyGo) {
-  const char* const kNoImage =
-      "PELIX doesn't support this format.\nYou should check if this file is really MCF file.";
+  const char* const kNoImage = "PELIX doesn't support this format.\nYou should check if this file is really MCF file.";
   identity().access.mode = AccessMode::kMcf;
   EXPECT_FALSE(records().LoadDirectory());
   EXPECT_EQ(messages(), Messages{"File open fail"});
@@ -342,8 +342,9 @@ TEST_F(RecordSourceTest, ImagesAreRefusedOrReadAsFarAsTheyGo) {
     EXPECT_EQ(Fetched("FIRST   ").size(), size >= 1024 ? 512u : 0u) << size;
     EXPECT_EQ(Fetched("SECOND  ").empty(), size < whole.size()) << size;
     for (const std::string& message : messages()) {
-      EXPECT_TRUE(message == "File read fail" || message == "\"FIRST   \" : File read fail" ||
-                  message == "\"SECOND  \" : File read fail") << message;
+      EXPECT_TRUE(message == "File read fail" || (size < 512 && message == kNotInitialised) ||
+                  message == "\"FIRST   \" : File read fail" || message == "\"SECOND  \" : File read fail")
+          << message;
     }
   }
   const struct {
@@ -378,7 +379,10 @@ TEST_F(RecordSourceTest, AnMcwImageMovesByBytesAndPassesWhateverItsName) {
   identity().access.image_file = "a.dat";
   ASSERT_TRUE(Identify(&identity(), true) || true);
   FitBytes fit(1, 0x0000);
-  fit.Add("FSI     ", 0, 8, 1).Add("CAPSELDA", 0x30, 9, 2).Add("NOWHERE ", 0x31, 0, 1).Add("BI_ERLOG", 0x32, 9, 1, 0, 2);
+  fit.Add("FSI     ", 0, 8, 1)
+      .Add("CAPSELDA", 0x30, 9, 2)
+      .Add("NOWHERE ", 0x31, 0, 1)
+      .Add("BI_ERLOG", 0x32, 9, 1, 0, 2);
   std::vector<std::uint8_t> image = fit.Get();
   const std::vector<std::uint8_t> rest = RecordBytes(13 * 512).Pattern(0, 21).Get();
   image.resize(8 * 512);
@@ -477,8 +481,8 @@ TEST_F(CopyTest, RecordsThatCannotBeReadAreLeftOut) {
   ASSERT_TRUE(records().CopyAllRecords(AccessMode::kDisk, AccessMode::kMcf));
   EXPECT_EQ(messages(), Messages{"DONE"});
   EXPECT_NE(EntryOf("CAPSELDA").size, 0) << "the loaded directory is that of the drive still";
-  const Directory image = Directory::Decode(platform::ByteView(
-      reinterpret_cast<const std::uint8_t*>(ReadText("DEFAULT.MCF").data()), 512 * 5));
+  const Directory image = Directory::Decode(
+      platform::ByteView(reinterpret_cast<const std::uint8_t*>(ReadText("DEFAULT.MCF").data()), 512 * 5));
   std::size_t kept = 0;
   for (const DirectoryEntry& entry : image.entries()) kept += entry.size != 0;
   EXPECT_EQ(kept, 3u) << "identify data, what the expert keeps, and one record";
