@@ -11,7 +11,7 @@ namespace pelix {
 namespace {
 
 constexpr std::size_t kLongestLine = 1000;
-constexpr std::size_t kReadAtOnce = 256 * 1024;
+constexpr std::size_t kReadAtOnce = 1024 * 1024;
 constexpr std::chrono::milliseconds kWaitStep{10};
 
 class BlockBody : public ListBody {
@@ -50,36 +50,33 @@ class BlockBody : public ListBody {
 // Finds where lines start in text that arrives in pieces.
 class LineScanner {
  public:
-  // Adds to *starts the starts of the lines that begin in `text` behind a line that ended before it or in it.
-  void Scan(const char* text, std::size_t size, std::vector<std::uint32_t>* starts) {
+  // Notes in *starts, which has room for a start per byte, where the lines begin that this piece shows to be there;
+  // how many.
+  std::size_t Scan(const char* text, std::size_t size, std::uint32_t* starts) {
+    std::uint32_t* next = starts;
     const char* const end = text + size;
     for (const char* at = text; at < end;) {
       const auto* found = static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at)));
       const char* stop = found == nullptr ? end : found;
       const std::uint64_t stop_position = position_ + static_cast<std::uint64_t>(stop - text);
-      if (stop_position > line_start_ || found != nullptr) AddLine(stop_position, starts);
+      if (!started_) *next++ = static_cast<std::uint32_t>(line_start_);
+      // A line goes on after every 1000 characters.
+      for (; stop_position - line_start_ > kLongestLine; *next++ = static_cast<std::uint32_t>(line_start_)) {
+        line_start_ += kLongestLine;
+      }
+      started_ = found == nullptr;
       if (found == nullptr) break;
       line_start_ = stop_position + 1;
-      started_ = false;
       at = found + 1;
     }
     position_ += size;
+    return static_cast<std::size_t>(next - starts);
   }
 
  private:
-  // Adds the current line unless it was, and a start for every further 1000 characters that it has by now.
-  void AddLine(std::uint64_t stop, std::vector<std::uint32_t>* starts) {
-    if (!started_) starts->push_back(static_cast<std::uint32_t>(line_start_));
-    started_ = true;
-    while (stop - line_start_ > kLongestLine) {
-      line_start_ += kLongestLine;
-      starts->push_back(static_cast<std::uint32_t>(line_start_));
-    }
-  }
-
-  std::uint64_t position_ = 0;
-  std::uint64_t line_start_ = 0;
-  bool started_ = false;
+  std::uint64_t position_ = 0;    // of the piece
+  std::uint64_t line_start_ = 0;  // of the line, or of its last part, that the piece continues
+  bool started_ = false;          // that start is noted
 };
 
 class StreamBody : public ListBody {
@@ -125,7 +122,7 @@ class StreamBody : public ListBody {
 
  private:
   void IndexAll() noexcept;
-  void Publish(const std::vector<std::uint32_t>& starts, std::size_t read, bool last);
+  void Publish(std::span<const std::uint32_t> starts, std::size_t read, bool last);
   // Both under one lock: the two threads share the file's position.
   std::size_t ReadAt(std::uint64_t position, char* to, std::size_t size) {
     const std::lock_guard lock(mutex_);
@@ -156,15 +153,13 @@ class StreamBody : public ListBody {
 void StreamBody::IndexAll() noexcept {
   try {
     std::vector<char> text(kReadAtOnce);
-    std::vector<std::uint32_t> starts;
-    starts.reserve(kReadAtOnce);
+    const std::unique_ptr<std::uint32_t[]> starts(new std::uint32_t[kReadAtOnce]);
     LineScanner scanner;
     for (std::uint64_t position = 0; !stop_;) {
       const std::size_t read = ReadAt(position, text.data(), text.size());
-      starts.clear();
-      scanner.Scan(text.data(), read, &starts);
+      const std::size_t found = scanner.Scan(text.data(), read, starts.get());
       position += read;
-      Publish(starts, read, read == 0 || position >= size_);
+      Publish({starts.get(), found}, read, read == 0 || position >= size_);
       if (read == 0 || position >= size_) return;
     }
   } catch (...) {
@@ -173,7 +168,7 @@ void StreamBody::IndexAll() noexcept {
   }
 }
 
-void StreamBody::Publish(const std::vector<std::uint32_t>& starts, std::size_t read, bool last) {
+void StreamBody::Publish(std::span<const std::uint32_t> starts, std::size_t read, bool last) {
   {
     const std::lock_guard lock(mutex_);
     offsets_.Append(starts.data(), starts.size());

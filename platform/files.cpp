@@ -8,7 +8,10 @@ namespace platform {
 
 File File::Open(const std::string& path, const char* mode) {
   File file;
-  file.file_.reset(OpenSystemFile(SystemPath(path), mode));
+  // What is only to be read is there as named, nearly always; another case is looked for when it is not.
+  const bool exists_already = mode[0] == 'r';
+  if (exists_already) file.file_.reset(OpenSystemFile(WithSystemSeparators(path), mode));
+  if (file.file_ == nullptr) file.file_.reset(OpenSystemFile(SystemPath(path), mode));
   return file;
 }
 

@@ -7,6 +7,9 @@
 
 namespace platform {
 
+// A path with the system's separators, its parts in the case in which they were given.
+std::string WithSystemSeparators(const std::string& path);
+// Null for a folder too.
 std::FILE* OpenSystemFile(const std::string& path, const char* mode);
 bool SeekSystemFile(std::FILE* file, std::uint64_t position);
 bool SystemFileSize(std::FILE* file, std::uint64_t* size);

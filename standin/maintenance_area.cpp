@@ -233,7 +233,8 @@ bool WriteMcwImage(const std::string& path, const DriveDesign& design) {
   std::vector<std::uint8_t> bytes(std::size_t{next} * kSectorBytes);
   for (const StoredRecord& record : image.records) {
     const std::vector<std::uint8_t> content = image.Fill(record, false);
-    std::memcpy(bytes.data() + std::size_t{record.descriptor.location} * kSectorBytes, content.data(), content.size());
+    std::copy(content.begin(), content.end(),
+              bytes.begin() + static_cast<std::ptrdiff_t>(std::size_t{record.descriptor.location} * kSectorBytes));
   }
   platform::ReplacingFile file;
   return file.Open(path, "wb") && file.Write(bytes.data(), bytes.size()) && file.Commit();

@@ -208,7 +208,12 @@ void StatementRunner::Key(const Tokens& arguments) {
     problem_ = Format("there is no key \"%s\"", arguments[0].text.c_str());
     return;
   }
+  constexpr std::int32_t kMostPresses = 1'000'000;
   const std::int32_t count = arguments.size() > 1 ? arguments[1].number : 1;
+  if (count < 1 || count > kMostPresses) {
+    problem_ = Format("a key is pressed 1 to %d times", kMostPresses);
+    return;
+  }
   for (std::int32_t i = 0; i < count && !ended_; ++i) {
     if (!Succeeded(automation::SendKey(key), "key")) return;
   }

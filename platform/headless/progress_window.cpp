@@ -8,9 +8,10 @@ namespace platform {
 
 struct ProgressWindow::Impl {
   void Print() const {
-    if (isatty(STDERR_FILENO)) std::fprintf(stderr, "\r\033[K%s %d%%", text.c_str(), percent);
+    if (watched) std::fprintf(stderr, "\r\033[K%s %d%%", text.c_str(), percent);
   }
 
+  bool watched = isatty(STDERR_FILENO) != 0;
   std::string text;
   int percent = 0;
 };
@@ -20,7 +21,7 @@ ProgressWindow::ProgressWindow(const std::string& text) : impl_(std::make_unique
 }
 
 ProgressWindow::~ProgressWindow() {
-  if (isatty(STDERR_FILENO)) std::fputs("\r\033[K", stderr);
+  if (impl_->watched) std::fputs("\r\033[K", stderr);
 }
 
 void ProgressWindow::SetText(const std::string& text) {

@@ -13,10 +13,18 @@
 
 namespace platform {
 
+std::string WithSystemSeparators(const std::string& path) {
+  std::string name = path;
+  std::replace(name.begin(), name.end(), '\\', '/');
+  return name;
+}
+
 std::FILE* OpenSystemFile(const std::string& path, const char* mode) {
+  std::FILE* file = std::fopen(path.c_str(), mode);
   struct stat status;
-  if (stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) return nullptr;  // "r" would open it
-  return std::fopen(path.c_str(), mode);
+  if (file == nullptr || fstat(fileno(file), &status) != 0 || !S_ISDIR(status.st_mode)) return file;
+  std::fclose(file);  // "r" opens folders
+  return nullptr;
 }
 
 bool SeekSystemFile(std::FILE* file, std::uint64_t position) {
@@ -93,10 +101,7 @@ std::string MatchingEntry(const std::string& folder, const std::string& name) {
 }  // namespace
 
 std::string SystemPath(const std::string& path) {
-  std::string name = path;
-  for (char& c : name) {
-    if (c == '\\') c = '/';
-  }
+  const std::string name = WithSystemSeparators(path);
   struct stat status;
   if (stat(name.c_str(), &status) == 0) return name;
   std::string found;
