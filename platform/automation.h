@@ -29,6 +29,7 @@ void SetEventSource(std::function<bool()> source);
 // preset and a file dialog is cancelled.
 enum class AnswerKind { kText, kYes, kNo, kCancel };
 void QueueAnswer(AnswerKind kind, const std::string& text);
+void ClearAnswers();
 
 // The topmost modal window.
 Outcome SendKey(const KeyPress& key);

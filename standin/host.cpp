@@ -35,17 +35,13 @@ bool ReadNumber(const std::string& text, std::uint32_t* value) {
 
 }  // namespace
 
-Host::Host()
-    : vm_(std::make_unique<C_VM>()),
-      request_(std::make_unique<TARN_VM_STRUCT>()),
-      identify_(std::make_unique<IDENTIFY_RECORD>()),
-      drive_info_(new C_DRIVEVUINFO()) {
-  request_->flags = kFlagBit1 | kFlagBit14;
-  request_->identify = identify_.get();
-  request_->drive_info = drive_info_.get();
-  vm_->request = request_.get();
+Host::Host() {
+  request_.flags = kFlagBit1 | kFlagBit14;
+  request_.identify = &identify_;
+  request_.drive_info = &drive_info_;
+  vm_.request = &request_;
   const char* const kArguments[] = {"argument 1", "argument 2", "argument 3"};
-  for (int i = 0; i < 3; ++i) vm_->arguments[i] = &symbols_[kArguments[i]].node;
+  for (int i = 0; i < 3; ++i) vm_.arguments[i] = &symbols_[kArguments[i]].node;
   for (int i = 0; i < kRegisters; ++i) symbols_[platform::Format("::R%d", i)].node.DataInt(0);
 }
 
@@ -61,11 +57,11 @@ bool Host::UseDrive(const DriveKind& kind, const std::string& folder, std::strin
   drive_ = std::move(drive);
   // The host has asked the drive what it is before it loads a plug-in.
   const DriveKind& found = drive_->design().kind;
-  *identify_ = {};
-  SerialNumberOf(found).copy(identify_->serial_number, sizeof identify_->serial_number - 1);
-  FirmwareVersionOf(found).copy(identify_->firmware_version, sizeof identify_->firmware_version - 1);
-  ModelNameOf(found).copy(identify_->model_name, sizeof identify_->model_name - 1);
-  identified_geometry = {};
+  identify_ = {};
+  SerialNumberOf(found).copy(identify_.serial_number, sizeof identify_.serial_number - 1);
+  FirmwareVersionOf(found).copy(identify_.firmware_version, sizeof identify_.firmware_version - 1);
+  ModelNameOf(found).copy(identify_.model_name, sizeof identify_.model_name - 1);
+  identified_geometry = drive_->design().geometry;
   return true;
 }
 
@@ -117,7 +113,7 @@ void Host::SetArgument(std::size_t number, const std::string& text) {
 }
 
 void Host::SetArgument(std::size_t number, std::int32_t value) {
-  vm_->arguments[number - 1]->DataInt(value);
+  vm_.arguments[number - 1]->DataInt(value);
 }
 
 void Host::SetRegister(int number, std::int32_t value) {

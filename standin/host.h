@@ -38,8 +38,8 @@ class HOST_API Host {
   std::uint32_t call_count() const { return calls_["ANY"]; }
 
   SimDrive& drive() { return *drive_; }
-  C_VM* vm() { return vm_.get(); }
-  TARN_VM_STRUCT* request() { return request_.get(); }
+  C_VM* vm() { return &vm_; }
+  TARN_VM_STRUCT* request() { return &request_; }
 
   // Script arguments as a plug-in's command receives them, from 1. Lives until the next call.
   void SetArgument(std::size_t number, const std::string& text);
@@ -47,7 +47,7 @@ class HOST_API Host {
   void SetRegister(int number, std::int32_t value);
   SymbolNode* FindSymbol(const std::string& name);
 
-  // Geometry of what was identified last; none before.
+  // Geometry of the drive, or of the identify data that was processed last; empty when that holds no zones.
   DriveGeometry identified_geometry;
 
  private:
@@ -59,10 +59,10 @@ class HOST_API Host {
   };
 
   std::unique_ptr<SimDrive> drive_;
-  std::unique_ptr<C_VM> vm_;
-  std::unique_ptr<TARN_VM_STRUCT> request_;
-  std::unique_ptr<IDENTIFY_RECORD> identify_;
-  std::unique_ptr<C_DRIVEVUINFO> drive_info_;
+  C_VM vm_{};
+  TARN_VM_STRUCT request_{};
+  IDENTIFY_RECORD identify_{};
+  C_DRIVEVUINFO drive_info_{};
   std::map<std::string, Symbol> symbols_;
   std::string profile_;
   std::vector<FaultRule> faults_;

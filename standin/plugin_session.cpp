@@ -19,12 +19,15 @@ bool PluginSession::Open(const std::string& path, void* window, void (*output)(c
     *error = platform::Format("\"%s\" exports no %s", path.c_str(), kPluginEntryName);
     return false;
   }
-  info_ = entry();
-  if (info_ == nullptr || info_->interface_version != kKnownInterface) {
-    *error = platform::Format("\"%s\" has another interface version", path.c_str());
-    info_ = nullptr;
+  return Attach(entry(), window, output, error);
+}
+
+bool PluginSession::Attach(const PLUGIN_INFO* info, void* window, void (*output)(const char*), std::string* error) {
+  if (info == nullptr || info->interface_version != kKnownInterface) {
+    *error = "the plug-in has another interface version";
     return false;
   }
+  info_ = info;
   parent_.window = window;
   if (info_->create(&parent_) == nullptr) {
     *error = platform::Format("%s could not make its main window", info_->display_name);

@@ -18,6 +18,8 @@ class PluginSession {
 
   // `output` receives the plug-in's lines.
   bool Open(const std::string& path, void* window, void (*output)(const char*), std::string* error);
+  // The same for a plug-in that is part of this program.
+  bool Attach(const PLUGIN_INFO* info, void* window, void (*output)(const char*), std::string* error);
   void Close();
 
   // The command of that name, null when the plug-in has none.

@@ -176,8 +176,7 @@ void StatementRunner::Tree(const Tokens&) {
 }
 
 void StatementRunner::Geometry(const Tokens&) {
-  const DriveGeometry& identified = Host::Instance().identified_geometry;
-  const DriveGeometry& geometry = identified.rows.empty() ? Host::Instance().drive().design().geometry : identified;
+  const DriveGeometry& geometry = Host::Instance().identified_geometry;
   for (std::uint32_t i = 0; i < geometry.rows.size(); ++i) {
     const ZoneRow& row = geometry.rows[i];
     std::printf("%u %u %u %u %u\n", i / geometry.zones, i % geometry.zones, row.first_cylinder, row.last_cylinder,
@@ -186,8 +185,7 @@ void StatementRunner::Geometry(const Tokens&) {
 }
 
 void StatementRunner::Skew(const Tokens& arguments) {
-  const DriveGeometry& identified = Host::Instance().identified_geometry;
-  const DriveGeometry& geometry = identified.rows.empty() ? Host::Instance().drive().design().geometry : identified;
+  const DriveGeometry& geometry = Host::Instance().identified_geometry;
   const std::int32_t cylinder = arguments[0].number;
   const std::int32_t head = arguments[1].number;
   if (geometry.SectorsPerTrack(head, cylinder) == 0) {

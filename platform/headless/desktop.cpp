@@ -90,6 +90,10 @@ void QueueAnswer(AnswerKind kind, const std::string& text) {
   Desktop::Instance().answers.push_back({kind, text});
 }
 
+void ClearAnswers() {
+  Desktop::Instance().answers.clear();
+}
+
 Outcome SendKey(const KeyPress& key) {
   headless::ModalWindow* window = Topmost();
   if (window == nullptr) return Outcome::kNoTarget;

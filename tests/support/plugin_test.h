@@ -10,7 +10,6 @@
 #include "drive/host_services.h"
 #include "listwin/list_window.h"
 #include "platform/automation.h"
-#include "platform/headless/desktop.h"
 #include "plugin/application.h"
 #include "records/record_source.h"
 #include "standin/host.h"
@@ -45,7 +44,7 @@ class PluginTest : public testing::Test {
     automation::SetMessageSink([](const std::string& text) { messages().push_back(text); });
     automation::SetEventSource([] { return NextEvent(); });
     events().clear();
-    platform::headless::Desktop::Instance().answers.clear();
+    automation::ClearAnswers();
     Use({});
   }
   ~PluginTest() override {
