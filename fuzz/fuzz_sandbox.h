@@ -1,11 +1,10 @@
 // What every fuzz target needs: an empty folder of its own and no rights to spoil anything outside it.
 #pragma once
 
-#include <unistd.h>
-
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <unistd.h>
 
 namespace fuzz {
 

@@ -180,7 +180,8 @@ void StreamBody::Publish(std::span<const std::uint32_t> starts, std::size_t read
 
 // Reads ahead in large pieces, so that a long list is not a seek for every line.
 bool StreamBody::VisitLines(std::size_t first, std::size_t end, const Visitor& visit) {
-  std::vector<char> text(std::min<std::size_t>(kReadAtOnce, (end - first) * (kLongestLine + 2)));
+  const std::size_t lines = std::min(end - first, kReadAtOnce);
+  std::vector<char> text(std::min(kReadAtOnce, lines * (kLongestLine + 2)));
   std::uint64_t text_at = 0;
   std::size_t text_size = 0;
   for (std::size_t line = first; line < end; ++line) {
@@ -194,8 +195,9 @@ bool StreamBody::VisitLines(std::size_t first, std::size_t end, const Visitor& v
       text_at = start;
       text_size = ReadAt(start, text.data(), text.size());
     }
-    const std::size_t room = text_at + text_size - start;
-    std::string content(text.data() + (start - text_at), std::min<std::size_t>(stop - start, room));
+    const auto offset = static_cast<std::size_t>(start - text_at);
+    const auto length = static_cast<std::size_t>(std::min(stop, text_at + text_size) - start);
+    std::string content(text.data() + offset, length);
     content.resize(std::min(content.find('\n'), content.size()));
     if (!content.empty() && content.back() == '\r') content.pop_back();
     content.resize(std::min(content.size(), kLongestLine));

@@ -15,8 +15,10 @@ enum class Outcome {
   kRefused,   // the control is disabled or is not of that kind
 };
 
-// The host's window that is to contain the plug-in's. Made once; counts as the thread's main window.
+// The host's window that is to contain the plug-in's. Made when it is first asked for, unless the host has named one of
+// its own before; it counts as the thread's main window.
 void* HostWindow();
+void UseHostWindow(void* window);
 
 // Called for the text of every message box.
 void SetMessageSink(std::function<void(const std::string& text)> sink);
@@ -39,6 +41,9 @@ Outcome ClickControl(int id);
 Outcome GetControl(int id, std::string* text);
 // Saves the picture of the topmost graphic view as its save command does.
 Outcome SavePicture(const std::string& path);
+
+// The clipboard's block of plain text as it was set, zeros and all; empty when there is none.
+std::string ClipboardBlock();
 
 // The tree below the host's window. Paths as in tree_path.h.
 Outcome ActivateItem(const std::string& path);

@@ -20,5 +20,7 @@ struct FileDialog {
 bool AskFileToOpen(const FileDialog& dialog, std::string* path);
 // Asks before it gives the name of a file that exists.
 bool AskFileToSave(const FileDialog& dialog, std::string* path);
+// What it asks then.
+std::string OverwriteQuestion(const std::string& path);
 
 }  // namespace platform

@@ -5,6 +5,8 @@
 #include <memory>
 #include <string>
 
+#include "platform/tree_path.h"
+
 namespace platform {
 
 // Icons of 16 x 16 pixels in the display's own colour format, in the order in which they were added.
@@ -50,7 +52,8 @@ class TreeControl {
   std::string ItemText(Item item) const;
   std::intptr_t ItemData(Item item) const;
   Item SelectedItem() const;
-  Item FindPath(const std::string& path) const;  // as in tree_path.h
+  // For finding and listing items by tree_path.h; valid while the tree lives.
+  TreeWalk Walk() const;
   void ToggleExpansion(Item item);
 
   // Delivers a private message to this window and returns what OnMessage made of it.

@@ -19,4 +19,21 @@ void* FindTreeItem(const TreeWalk& tree, const std::string& path) {
   return item;
 }
 
+namespace {
+
+void AddLines(const TreeWalk& tree, void* parent, std::size_t level, std::string* text) {
+  for (void* item = tree.first_child(parent); item != nullptr; item = tree.next_sibling(item)) {
+    *text += std::string(2 * level, ' ') + (tree.is_folder(item) ? "+ " : "- ") + tree.text(item) + "\n";
+    AddLines(tree, item, level + 1, text);
+  }
+}
+
+}  // namespace
+
+std::string TreeLines(const TreeWalk& tree) {
+  std::string text;
+  AddLines(tree, nullptr, 0, &text);
+  return text;
+}
+
 }  // namespace platform

@@ -50,7 +50,7 @@ class ScriptRun {
 bool RunMenuPath(const std::string& menu_path, const std::string& file_path) {
   platform::File file = platform::File::Open(file_path, "a");
   if (!file.IsOpen() || !g_main_window) return false;
-  const MainWindow::Item item = g_main_window->FindPath(menu_path);
+  const MainWindow::Item item = platform::FindTreeItem(g_main_window->Walk(), menu_path);
   const ActionEntry* action = item == nullptr ? nullptr : g_main_window->ActionOf(item);
   if (action == nullptr) return false;
   {

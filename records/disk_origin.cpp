@@ -103,8 +103,9 @@ Failure DiskOrigin::ReadRaw(const DirectoryEntry& entry, SectorRange range, std:
 
 Failure DiskOrigin::ReadIdentifyData(SectorRange range, std::uint8_t* to) const {
   const ByteView data(identity_->identify_data.data(), identity_->identify_data.size());
-  if (!data.Holds(range.OffsetBytes(), range.Bytes())) return kSizeMismatch;
-  if (range.count != 0) std::memcpy(to, data.data() + range.OffsetBytes(), range.Bytes());
+  const auto offset = static_cast<std::size_t>(range.OffsetBytes());
+  if (!data.Holds(offset, range.Bytes())) return kSizeMismatch;
+  if (range.count != 0) std::memcpy(to, data.data() + offset, range.Bytes());
   return nullptr;
 }
 

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "host/host_api.h"
+
 namespace standin {
 
 // The maintenance area is the reserved cylinders, 200 sectors on every track whatever the zone.
@@ -24,7 +26,7 @@ std::uint32_t TrackSkew(const ZoneRow& zone, std::uint32_t head, std::uint32_t c
 // Physical sector, from 1, of a logical one on such a track.
 std::uint32_t PhysicalSector(const ZoneRow& zone, std::uint32_t head, std::uint32_t cylinder, std::uint32_t logical);
 
-struct DriveGeometry {
+struct HOST_API DriveGeometry {
   std::uint32_t heads = 0;
   std::uint32_t zones = 0;
   std::vector<ZoneRow> rows;  // by head, then zone

@@ -19,7 +19,7 @@ class MaintenanceArea {
 };
 
 // A drive of one kind with everything that follows from its seed.
-struct DriveDesign {
+struct HOST_API DriveDesign {
   explicit DriveDesign(const DriveKind& kind);
 
   // The records' bytes are made when they are asked for: most sessions read few of them.
@@ -37,12 +37,12 @@ struct DriveDesign {
 std::unique_ptr<MaintenanceArea> MakeMemoryArea(const DriveDesign& design);
 
 // A drive's folder: "drive.ini" says its kind, "maintenance.bin" holds the sectors, cylinder by cylinder, head by head.
-bool WriteDriveFolder(const std::string& folder, const DriveKind& kind, std::string* error);
+HOST_API bool WriteDriveFolder(const std::string& folder, const DriveKind& kind, std::string* error);
 bool ReadDriveKind(const std::string& folder, DriveKind* kind, std::string* error);
 std::unique_ptr<MaintenanceArea> OpenFolderArea(const std::string& folder, const DriveGeometry& geometry,
                                                 std::string* error);
 
 // Writes the drive's records as an MCW image: a raw FIT at the start, the records where it says.
-bool WriteMcwImage(const std::string& path, const DriveDesign& design);
+HOST_API bool WriteMcwImage(const std::string& path, const DriveDesign& design);
 
 }  // namespace standin

@@ -22,7 +22,7 @@ enum DriveResult : ECODE {
   kInjected = 0xFE,       // a fault rule without a code of its own
 };
 
-class SimDrive {
+class HOST_API SimDrive {
  public:
   // `folder` is empty for a drive in memory.
   static std::unique_ptr<SimDrive> Open(const DriveKind& kind, const std::string& folder, std::string* error);

@@ -19,7 +19,6 @@
 namespace pelix {
 namespace {
 
-constexpr std::intptr_t kFolderData = -1;
 constexpr int kImageListGrowth = 4;
 
 constexpr char kNoMemory[] = "There is not enough memory for this.";
@@ -63,7 +62,7 @@ int MainWindow::IconIndex(int resource_id) {
 
 MainWindow::Item MainWindow::AddFolder(const char* text, Item parent, int icon) {
   if (action_count_ >= kMostActions) return nullptr;
-  return InsertItem(text, IconIndex(icon == 0 ? kFolderIcon : icon), kFolderData, parent);
+  return InsertItem(text, IconIndex(icon == 0 ? kFolderIcon : icon), platform::kFolderData, parent);
 }
 
 MainWindow::Item MainWindow::AddEntry(const ActionEntry& entry, Item parent, int icon) {

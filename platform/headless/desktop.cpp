@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "platform/modal_windows.h"
 #include "platform/tree_control.h"
+#include "platform/tree_path.h"
 
 namespace platform {
 namespace headless {
@@ -50,31 +52,31 @@ void Desktop::Tell(const std::string& line) const {
 
 }  // namespace headless
 
+void CloseModalWindows() {
+  std::vector<headless::ModalWindow*> open = headless::Desktop::Instance().modals;
+  for (; !open.empty(); open.pop_back()) open.back()->Close();
+}
+
 namespace automation {
 namespace {
 
 using headless::Desktop;
 
-int host_window;  // only its address matters
+int own_window;  // only its address matters
+void* host_window = &own_window;
 
 headless::ModalWindow* Topmost() {
   const Desktop& desktop = Desktop::Instance();
   return desktop.modals.empty() ? nullptr : desktop.modals.back();
 }
 
-void AddItems(const TreeControl& tree, void* parent, std::size_t level, std::string* text) {
-  for (void* item = tree.FirstChild(parent); item != nullptr; item = tree.NextSibling(item)) {
-    // A folder is an item that carries no action, whether or not it holds any.
-    const bool folder = tree.ItemData(item) == -1;
-    *text += std::string(2 * level, ' ') + (folder ? "+ " : "- ") + tree.ItemText(item) + "\n";
-    AddItems(tree, item, level + 1, text);
-  }
-}
-
 }  // namespace
 
 void* HostWindow() {
-  return &host_window;
+  return host_window;
+}
+void UseHostWindow(void* window) {
+  host_window = window;
 }
 
 void SetMessageSink(std::function<void(const std::string&)> sink) {
@@ -128,10 +130,14 @@ Outcome SavePicture(const std::string& path) {
   return window == nullptr ? Outcome::kNoTarget : window->SavePicture(path);
 }
 
+std::string ClipboardBlock() {
+  return Desktop::Instance().clipboard;
+}
+
 Outcome TreeText(std::string* text) {
   text->clear();
   if (Desktop::Instance().trees.empty()) return Outcome::kNoTarget;
-  AddItems(*Desktop::Instance().trees.back(), nullptr, 0, text);
+  *text = TreeLines(Desktop::Instance().trees.back()->Walk());
   return Outcome::kDone;
 }
 

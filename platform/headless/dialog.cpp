@@ -3,7 +3,7 @@
 #include <map>
 #include <utility>
 
-#include "platform/format.h"
+#include "platform/dialog_text.h"
 #include "platform/headless/desktop.h"
 
 namespace platform {
@@ -41,40 +41,11 @@ struct Dialog::Impl : headless::ModalWindow {
   int result = kDialogCancel;
 };
 
-namespace {
-
-// What a script reads back has the line ends of text files, not of edit controls.
-std::string WithPlainLineEnds(const std::string& text) {
-  std::string plain;
-  for (const char c : text) {
-    if (c != '\r') plain += c;
-  }
-  return plain;
-}
-
-}  // namespace
-
 std::string Dialog::Impl::Show() {
   std::string text = title + "\n";
   for (const ControlDescription& control : controls) {
     const Control& state = states[control.id];
-    std::string look = control.text;
-    switch (control.kind) {
-      case ControlKind::kRadio:
-        look = (state.checked ? "(*) " : "( ) ") + look;
-        break;
-      case ControlKind::kCheck:
-        look = (state.checked ? "[x] " : "[ ] ") + look;
-        break;
-      case ControlKind::kEdit:
-      case ControlKind::kMultilineEdit:
-        look += ": " + WithPlainLineEnds(state.text);
-        break;
-      case ControlKind::kButton:
-        look = "<" + look + ">";
-        break;
-    }
-    text += Format("%5d %s%s\n", control.id, look.c_str(), state.enabled ? "" : " (disabled)");
+    text += ControlLine(control, state.text, state.checked, state.enabled);
   }
   return text;
 }
@@ -122,19 +93,7 @@ Outcome Dialog::Impl::ClickControl(int id) {
 Outcome Dialog::Impl::GetControl(int id, std::string* text) {
   const ControlDescription* control = Find(id);
   if (control == nullptr) return Outcome::kNoTarget;
-  switch (control->kind) {
-    case ControlKind::kRadio:
-    case ControlKind::kCheck:
-      *text = states[id].checked ? "1" : "0";
-      break;
-    case ControlKind::kEdit:
-    case ControlKind::kMultilineEdit:
-      *text = WithPlainLineEnds(states[id].text);
-      break;
-    case ControlKind::kButton:
-      *text = control->text;
-      break;
-  }
+  *text = ControlValue(*control, states[id].text, states[id].checked);
   return Outcome::kDone;
 }
 

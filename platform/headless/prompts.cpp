@@ -70,7 +70,7 @@ bool AskFileToSave(const FileDialog& dialog, std::string* path) {
   const std::string name = path->substr(path->find_last_of("\\/") + 1);
   if (name.find('.') == std::string::npos) *path += std::string(".") + dialog.default_extension;
   if (!FileExists(*path)) return true;
-  return ShowMessageBox(*path + " already exists.\nDo you want to replace it?", MessageStyle::kYesNo) == kAnswerYes;
+  return ShowMessageBox(OverwriteQuestion(*path), MessageStyle::kYesNo) == kAnswerYes;
 }
 
 }  // namespace platform

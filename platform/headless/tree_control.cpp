@@ -103,10 +103,9 @@ TreeControl::Item TreeControl::SelectedItem() const {
   return impl_->selected;
 }
 
-TreeControl::Item TreeControl::FindPath(const std::string& path) const {
-  return FindTreeItem({[this](void* parent) { return FirstChild(parent); },
-                       [this](void* item) { return NextSibling(item); }, [this](void* item) { return ItemText(item); }},
-                      path);
+TreeWalk TreeControl::Walk() const {
+  return {[this](void* parent) { return FirstChild(parent); }, [this](void* item) { return NextSibling(item); },
+          [this](void* item) { return ItemText(item); }, [this](void* item) { return ItemData(item) == kFolderData; }};
 }
 
 void TreeControl::ToggleExpansion(Item item) {
@@ -125,7 +124,7 @@ void* ThreadMainWindow() {
 automation::Outcome automation::ActivateItem(const std::string& path) {
   if (headless::Desktop::Instance().trees.empty()) return Outcome::kNoTarget;
   TreeControl& tree = *headless::Desktop::Instance().trees.back();
-  void* item = tree.FindPath(path);
+  void* item = FindTreeItem(tree.Walk(), path);
   if (item == nullptr) return Outcome::kNoTarget;
   tree.impl()->selected = static_cast<Node*>(item);
   tree.OnActivate();

@@ -5,13 +5,17 @@
 # are for this runner:
 #   #: args ...     further arguments for the host      #: shell ...   a command before the run
 #   #: then ...     a command after the run, its output compared too
-#   #: file NAME    a file whose contents are compared
+#   #: file NAME    a file whose contents are compared  #: only native  no case for Windows
+# A host whose name ends in .sh runs the Windows program.
 set -u
 wtarn=$(realpath "$1") case=$(realpath "$2") golden=${case%.case}.golden
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 cd "$folder" || exit 1
 directive() { sed -n "s/^#: $1 //p" "$case"; }
+case $wtarn in
+  *.sh) [ "$(directive only)" != native ] || { echo "only on Linux"; exit 77; } ;;
+esac
 cp "$case" case.txt
 export WTARN=$wtarn
 eval "$(directive shell)" || { echo "the case's own commands failed"; exit 1; }

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <gtest/gtest.h>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -21,13 +23,16 @@ namespace pelix {
 class EmptyFolder {
  public:
   EmptyFolder() : before_(std::filesystem::current_path()) {
-    std::string name = (std::filesystem::temp_directory_path() / "pelixXXXXXX").string();
-    path_ = mkdtemp(name.data());
+    std::random_device random;
+    do {
+      path_ = std::filesystem::temp_directory_path() / ("pelix" + std::to_string(random()));
+    } while (!std::filesystem::create_directory(path_));
     std::filesystem::current_path(path_);
   }
   ~EmptyFolder() {
+    std::error_code ignored;
     std::filesystem::current_path(before_);
-    std::filesystem::remove_all(path_);
+    std::filesystem::remove_all(path_, ignored);
   }
 
  private:

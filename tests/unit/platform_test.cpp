@@ -89,20 +89,6 @@ TEST(Files, AReplacementThatFailsLeavesTheOldFile) {
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator("."), {}), 1);
 }
 
-TEST(Files, AFullDiskShows) {
-  ReplacingFile device;
-  ASSERT_TRUE(device.Open("/dev/full", "w"));
-  EXPECT_TRUE(device.Write("x"));
-  EXPECT_FALSE(device.Commit());
-  EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
-  File file = File::Open("/dev/full", "wb");
-  EXPECT_TRUE(file.Write("x"));
-  EXPECT_FALSE(file.Close());
-  EXPECT_FALSE(ReplacingFile().Commit());
-  ReplacingFile nowhere;
-  EXPECT_FALSE(nowhere.Open("/proc/nowhere/list.txt", "w"));
-}
-
 TEST(Files, NamesFromDataAreNeverDevices) {
   const auto letters = [](char c) { return c >= 'A' && c <= 'Z'; };
   EXPECT_EQ(SafeFileName("A/B\\C", letters), "A_B_C");

@@ -2,7 +2,7 @@
 #include <fstream>
 
 #include "drive/commands.h"
-#include "tests/support/plugin_test.h"
+#include "tests/support/record_test.h"
 
 namespace pelix {
 namespace {
@@ -10,39 +10,6 @@ namespace {
 const RecordName kCsc("CAPSELDA");
 constexpr char kNotInitialised[] =
     "MCFS is not initialized.\nYou need to turn on \"Use MCFS\" flag on PELIX Configuration dialog box.";
-
-class RecordSourceTest : public PluginTest {
- protected:
-  // A drive whose FIT is the test's own, read physically.
-  void UseTables(const FitBytes& fit) {
-    Use({40, false, 1});
-    PutOnTrack(0, 0, 1, FsiBytes(static_cast<std::uint16_t>(fit.Get().size() / 512)));
-    PutOnTrack(0, 0, 2, fit.Get());
-    ASSERT_TRUE(Identify(&identity(), true));
-    heads_ = DriveInfo()->heads;
-  }
-  void PutOnTrack(std::uint32_t cylinder, std::uint32_t head, std::uint32_t sector,
-                  const std::vector<std::uint8_t>& bytes) {
-    for (std::size_t i = 0; i < bytes.size() / 512; ++i) {
-      ASSERT_EQ(drive().WritePhysical(cylinder, head, sector + static_cast<std::uint32_t>(i), 1, &bytes[i * 512]), 0u);
-    }
-  }
-  std::vector<std::uint8_t> Fetched(const char* name, bool second_copy = false) {
-    const Record record = records().FetchRecord(RecordName(name), 0, second_copy);
-    return {record.bytes.get(), record.bytes.get() + record.size};
-  }
-  DirectoryEntry EntryOf(const char* name) {
-    const DirectoryEntry* entry = records().FindEntry(RecordName(name), 0, Report::kNo, false);
-    return entry == nullptr ? DirectoryEntry() : *entry;
-  }
-  void Switch(AccessMode mode, const std::string& image) {
-    identity().access.mode = mode;
-    identity().access.image_file = image;
-    ASSERT_TRUE(Identify(&identity(), true));
-  }
-
-  std::uint32_t heads_ = 0;
-};
 
 TEST_F(RecordSourceTest, TheSameRecordsComeFromAllFourSources) {
   ASSERT_TRUE(Identify(&identity(), true));
@@ -115,17 +82,6 @@ TEST_F(RecordSourceTest, SizesInTracksAreScaledAndTheErrorLogIsMeasured) {
   standin::Host::Instance().AddFault("PHRD@3");
   ASSERT_TRUE(records().LoadDirectory());
   EXPECT_EQ(EntryOf("BI_ERLOG").size, 400) << "the first track that cannot be read ends it";
-}
-
-TEST_F(RecordSourceTest, AMisplacedErrorLogIsAHardStop) {
-  FitBytes fit(1, 0);
-  fit.Add("BI_ERLOG", 0x20, 1, 2, 8, 0x02);
-  Use({40, false, 1});
-  PutOnTrack(0, 0, 1, FsiBytes(1));
-  PutOnTrack(0, 0, 2, fit.Get());
-  platform::automation::SetMessageSink([](const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); });
-  EXPECT_EXIT(Identify(&identity(), true), testing::ExitedWithCode(1),
-              "\"BI_ERLOG\" : This M/C file must locate in sector 1.");
 }
 
 TEST_F(RecordSourceTest, PhysicalReadsFollowTheTracks) {
@@ -486,18 +442,6 @@ TEST_F(CopyTest, RecordsThatCannotBeReadAreLeftOut) {
   std::size_t kept = 0;
   for (const DirectoryEntry& entry : image.entries()) kept += entry.size != 0;
   EXPECT_EQ(kept, 3u) << "identify data, what the expert keeps, and one record";
-}
-
-TEST_F(CopyTest, TheFirstRecordThatCannotBeWrittenEndsIt) {
-  ASSERT_TRUE(Identify(&identity(), true));
-  identity().access.image_file = "/dev/full";
-  EXPECT_FALSE(records().CopyAllRecords(AccessMode::kDisk, AccessMode::kMcf));
-  identity().access.image_file = "none/x.mcf";
-  EXPECT_FALSE(records().CopyAllRecords(AccessMode::kDisk, AccessMode::kMcf));
-  std::filesystem::create_directory("CAPSELDA.bin");
-  EXPECT_FALSE(records().CopyAllRecords(AccessMode::kDisk, AccessMode::kFile));
-  EXPECT_EQ(messages(), (Messages{"File write fail", "File open fail",
-                                  "\"CAPSELDA\" : PELIX cannot write this item into MCF file."}));
 }
 
 // Every drive command in turn fails, for every operation, until the operation passes untouched.

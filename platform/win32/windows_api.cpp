@@ -1,0 +1,117 @@
+#include "platform/win32/windows_api.h"
+
+#include <map>
+#include <vector>
+
+#include "platform/modal_windows.h"
+#include "platform/tree_control.h"
+
+namespace platform {
+namespace win32 {
+
+namespace {
+
+std::map<std::string, int>& ClassUsers() {
+  static std::map<std::string, int> users;
+  return users;
+}
+
+struct Modal {
+  HWND window;
+  void (*close)(HWND);
+};
+std::vector<Modal>& Modals() {
+  static std::vector<Modal> modals;
+  return modals;
+}
+
+}  // namespace
+
+WindowClass::WindowClass(const char* name, WNDPROC procedure, UINT style, HBRUSH background) : name_(name) {
+  if (ClassUsers()[name]++ > 0) return;
+  WNDCLASSA window_class = {};
+  window_class.style = style;
+  window_class.lpfnWndProc = procedure;
+  window_class.hInstance = ThisModule();
+  window_class.hCursor = LoadCursor(nullptr, IDC_ARROW);
+  window_class.hbrBackground = background;
+  window_class.lpszClassName = name;
+  RegisterClassA(&window_class);
+}
+
+WindowClass::~WindowClass() {
+  if (--ClassUsers()[name_] == 0) UnregisterClassA(name_, ThisModule());
+}
+
+std::string WindowText(HWND window) {
+  std::string text(static_cast<std::size_t>(GetWindowTextLengthA(window)) + 1, '\0');
+  const int length = GetWindowTextA(window, text.data(), static_cast<int>(text.size()));
+  text.resize(static_cast<std::size_t>(length));
+  return text;
+}
+
+ModalScope::ModalScope(HWND window, void (*close)(HWND)) {
+  Modals().push_back({window, close});
+  ++OpenHandles();
+}
+
+ModalScope::~ModalScope() {
+  Modals().pop_back();
+  --OpenHandles();
+}
+
+HWND OwnerWindow() {
+  if (!Modals().empty()) return Modals().back().window;
+  return static_cast<HWND>(ThreadMainWindow());
+}
+
+namespace {
+
+// What a dialog needs until it has begun.
+struct DialogStart {
+  DLGPROC procedure;
+  LPARAM data;
+  std::optional<ModalScope> modal;
+};
+
+INT_PTR CALLBACK StartDialog(HWND window, UINT message, WPARAM first, LPARAM second) {
+  if (message != WM_INITDIALOG) return FALSE;
+  auto* start = reinterpret_cast<DialogStart*>(second);
+  start->modal.emplace(window, [](HWND dialog) { EndDialog(dialog, IDCANCEL); });
+  SetWindowLongPtrA(window, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(start->procedure));
+  return start->procedure(window, message, first, start->data);
+}
+
+}  // namespace
+
+INT_PTR RunDialog(HINSTANCE module, int resource_id, DLGPROC procedure, LPARAM data) {
+  DialogStart start = {procedure, data, std::nullopt};
+  return DialogBoxParamA(module, MAKEINTRESOURCEA(resource_id), OwnerWindow(), StartDialog,
+                         reinterpret_cast<LPARAM>(&start));
+}
+
+void RunMessageLoop(const bool& done) {
+  MSG message;
+  while (!done) {
+    const BOOL got = GetMessageA(&message, nullptr, 0, 0);
+    if (got == -1) return;
+    if (got == 0) {
+      PostQuitMessage(static_cast<int>(message.wParam));
+      return;
+    }
+    TranslateMessage(&message);
+    DispatchMessageA(&message);
+  }
+}
+
+}  // namespace win32
+
+void CloseModalWindows() {
+  std::vector<win32::Modal> open = win32::Modals();
+  while (!open.empty()) {
+    open.back().close(open.back().window);
+    open.pop_back();
+  }
+}
+
+}  // namespace platform

@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# usage: wine-session.sh COMMAND... — runs a command in a Wine session of its own: a fresh prefix, a virtual display (or
+# the one that PELIX_DISPLAY names), a server; all gone at the end.
+set -u
+here=$(realpath "$(dirname "$0")")
+. "$here/windows-env.sh"
+session=$(mktemp -d)
+cp -a "$PELIX_WINE_DIR/prefix" "$session/prefix"
+export WINEPREFIX=$session/prefix WINEARCH=win32 WINEDEBUG=${WINEDEBUG--all}
+export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=;winedbg.exe="
+server() { LD_LIBRARY_PATH=$wine_libraries timeout 20 "$wine_root/usr/lib/wine/wineserver" "$@"; }
+display=
+cleanup() {
+  server -k >/dev/null 2>&1
+  server -w >/dev/null 2>&1
+  [ -n "$display" ] && kill "$display" 2>/dev/null && wait "$display" 2>/dev/null
+  rm -rf "$session"
+}
+trap cleanup EXIT
+if [ -n "${PELIX_DISPLAY:-}" ]; then
+  export DISPLAY=$PELIX_DISPLAY
+else
+  Xvfb -displayfd 1 -screen 0 "${PELIX_SCREEN:-1280x1024x24}" -dpi "${PELIX_DPI:-96}" -nolisten tcp \
+    >"$session/display" 2>"$session/xvfb.log" &
+  display=$!
+  for _ in $(seq 100); do [ -s "$session/display" ] && break; sleep 0.05; done
+  [ -s "$session/display" ] || { echo "wine-session: no virtual display" >&2; cat "$session/xvfb.log" >&2; exit 1; }
+  DISPLAY=:$(cat "$session/display")
+  export DISPLAY
+fi
+server -p600 # keeps the server between programs: they start faster
+"$@"
