@@ -30,6 +30,10 @@ C_DRIVEVUINFO* DriveInfo() {
   return g_host->request == nullptr ? nullptr : g_host->request->drive_info;
 }
 
+std::uint32_t HeadCount() {
+  return DriveInfo() == nullptr ? 0 : DriveInfo()->heads;
+}
+
 ECODE IdentifyDrive(std::uint8_t* buffer, bool from_buffer) {
   if (!HasDrive() || DriveInfo() == nullptr) return kNoDrive;
   TARN_VM_STRUCT* request = g_host->request;

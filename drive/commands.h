@@ -18,6 +18,8 @@ struct PhysicalAddress {
 
 // The vendor-unique drive information, null when the host has none.
 C_DRIVEVUINFO* DriveInfo();
+// Heads of the identified drive, 0 when there is none.
+std::uint32_t HeadCount();
 
 // Vendor-unique identify into `buffer`, which holds identify data itself when `from_buffer` is set.
 ECODE IdentifyDrive(std::uint8_t* buffer, bool from_buffer);

@@ -37,14 +37,16 @@ void Progress::SetPosition(int percent) {
   if (window_ != nullptr) window_->SetPosition(percent);
 }
 
-CommandBracket::CommandBracket(TARN_VM_STRUCT* request)
-    : request_(request), mask_(g_host->test_switch ? kFlagBit1 : kFlagBit1 | kFlagBit14) {
-  saved_ = request_->flags & mask_;
+ClearedFlags::ClearedFlags(TARN_VM_STRUCT* request, HostWord mask)
+    : request_(request), mask_(mask), saved_(request->flags & mask) {
   request_->flags &= ~mask_;
 }
 
-CommandBracket::~CommandBracket() {
+ClearedFlags::~ClearedFlags() {
   request_->flags = (request_->flags & ~mask_) | saved_;
 }
+
+CommandBracket::CommandBracket(TARN_VM_STRUCT* request)
+    : ClearedFlags(request, g_host->test_switch ? kFlagBit1 : kFlagBit1 | kFlagBit14) {}
 
 }  // namespace pelix

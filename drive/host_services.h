@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <exception>
 #include <memory>
 #include <string>
 
@@ -54,32 +55,51 @@ class Progress {
   std::unique_ptr<platform::ProgressWindow> window_;
 };
 
-// Sets a switch for as long as the object lives.
-class SwitchScope {
+// Gives a variable another value for as long as the object lives.
+template <class Value>
+class ValueScope {
  public:
-  SwitchScope(bool* flag, bool value) : flag_(flag), before_(*flag) { *flag = value; }
-  ~SwitchScope() { *flag_ = before_; }
-  SwitchScope(const SwitchScope&) = delete;
-  SwitchScope& operator=(const SwitchScope&) = delete;
+  ValueScope(Value* variable, Value value) : variable_(variable), before_(*variable) { *variable = value; }
+  ~ValueScope() { *variable_ = before_; }
+  ValueScope(const ValueScope&) = delete;
+  ValueScope& operator=(const ValueScope&) = delete;
 
  private:
-  bool* flag_;
-  bool before_;
+  Value* variable_;
+  Value before_;
 };
+using SwitchScope = ValueScope<bool>;
 
-// Stands around every drive command: bit 1 of the command flags is clear meanwhile and, while a live test measures,
-// bit 14 too; both are put back afterwards.
-class CommandBracket {
+// Clears bits of the host's command flags for as long as the object lives; the other bits keep what they become.
+class ClearedFlags {
  public:
-  explicit CommandBracket(TARN_VM_STRUCT* request);
-  ~CommandBracket();
-  CommandBracket(const CommandBracket&) = delete;
-  CommandBracket& operator=(const CommandBracket&) = delete;
+  ClearedFlags(TARN_VM_STRUCT* request, HostWord mask);
+  ~ClearedFlags();
+  ClearedFlags(const ClearedFlags&) = delete;
+  ClearedFlags& operator=(const ClearedFlags&) = delete;
 
  private:
   TARN_VM_STRUCT* request_;
   HostWord mask_;
   HostWord saved_;
+};
+
+inline constexpr char kOutOfMemory[] = "There is not enough memory for this.";
+// Runs an action whose exceptions may not reach the platform's or the host's frames; it can only be short of memory.
+template <class Action>
+void Guarded(Action action) {
+  try {
+    action();
+  } catch (const std::exception&) {
+    ShowMessage(kOutOfMemory);
+  }
+}
+
+// Stands around every drive command: bit 1 of the command flags is clear meanwhile and, while a live test measures,
+// bit 14 too; both are put back afterwards.
+class CommandBracket : private ClearedFlags {
+ public:
+  explicit CommandBracket(TARN_VM_STRUCT* request);
 };
 
 }  // namespace pelix

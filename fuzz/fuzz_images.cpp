@@ -1,4 +1,4 @@
-// Images, directory files and record files of any content: loading the directory, reading and copying every record.
+// Images, directory files and record files of any content: loading the directory and reading the records.
 //
 // Input: byte 0 the kind of source; then, for record files, identify data, FSI and FIT one behind the other; for the
 // rest the image. The identified drive has as many heads as byte 1 says, where the input gives none itself.

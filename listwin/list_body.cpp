@@ -57,7 +57,9 @@ class LineScanner {
     const char* const end = text + size;
     for (const char* at = text; at < end;) {
       const auto* found = static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at)));
+      // The carriage return of a line end is no character of the line.
       const char* stop = found == nullptr ? end : found;
+      if (found != nullptr && found > at && found[-1] == '\r') --stop;
       const std::uint64_t stop_position = position_ + static_cast<std::uint64_t>(stop - text);
       if (!started_) *next++ = static_cast<std::uint32_t>(line_start_);
       // A line goes on after every 1000 characters.
@@ -66,7 +68,7 @@ class LineScanner {
       }
       started_ = found == nullptr;
       if (found == nullptr) break;
-      line_start_ = stop_position + 1;
+      line_start_ = position_ + static_cast<std::uint64_t>(found + 1 - text);
       at = found + 1;
     }
     position_ += size;

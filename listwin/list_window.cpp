@@ -23,6 +23,7 @@ constexpr char kResetOnTop[] = "&Reset OnTop";
 constexpr char kSaveFailed[] = "Failed to save a file.\n";
 constexpr char kCopyFailed[] = "Failed to copy to the clipboard.\n";
 constexpr char kMarker = '@';
+constexpr std::size_t kAllLines = SIZE_MAX;  // to wait for
 
 std::size_t LineCountOf(const std::string& block) {
   if (block.empty()) return 0;
@@ -47,16 +48,6 @@ std::optional<int> SlotOf(Key key) {
       return kSlotDelete;
     default:
       return std::nullopt;
-  }
-}
-
-// No exception may reach the platform's frames.
-template <class Action>
-void Guarded(Action action) {
-  try {
-    action();
-  } catch (const std::exception&) {
-    ShowMessage("There is not enough memory for this.");
   }
 }
 
@@ -94,11 +85,6 @@ void ListWindow::TakeBody(std::unique_ptr<ListBody> body) {
   plan_.width = std::strlen(kEmptyBody);
 }
 
-void ListWindow::ReplaceBody(std::unique_ptr<ListBody> body) {
-  TakeBody(std::move(body));
-  MoveTo(current_, false);
-}
-
 void ListWindow::SetKeyHandler(int slot, KeyHandler handler, void* item) {
   slots_[static_cast<std::size_t>(slot)] = {std::move(handler), item};
 }
@@ -127,16 +113,16 @@ bool ListWindow::Show() {
   return window_.RunModal(Layout(), kSetOnTop, this);
 }
 
-void ListWindow::WaitForFirstRow() {
-  if (body_->WaitForLine(top_)) return;
+void ListWindow::WaitForLine(std::size_t line) {
+  if (body_->WaitForLine(line)) return;
   Progress progress("Please Wait... formatting");
-  while (!body_->WaitForLine(top_)) progress.SetPosition(body_->Percent());
+  while (!body_->WaitForLine(line)) progress.SetPosition(body_->Percent());
 }
 
 platform::TextRow ListWindow::Row(int body_row) {
   platform::TextRow row;
   Guarded([&] {
-    if (body_row == 0) WaitForFirstRow();
+    if (body_row == 0) WaitForLine(top_);
     const std::size_t line = top_ + static_cast<std::size_t>(body_row);
     std::size_t first = 0;
     std::size_t end = 0;
@@ -200,6 +186,7 @@ void ListWindow::HandleKey(const KeyPress& key) {
     case Key::kHome:
       return MoveTo(0, key.shift);
     case Key::kEnd:
+      WaitForLine(kAllLines);
       return MoveTo(body_->LineCount() - 1, key.shift);
     case Key::kC:
       return CopyToClipboard();
@@ -269,8 +256,7 @@ bool ListWindow::WriteTo(const TextSink& sink) {
     SelectedRange(&first, &end);
     if (!body_->IsStream()) ++end;  // of a stream the larger end is left out
   } else {
-    while (!body_->WaitForLine(SIZE_MAX)) {
-    }
+    WaitForLine(kAllLines);
     end = body_->LineCount();
   }
   return sink(platform::Format("[%s]\n", plan_.caption.c_str())) && sink(plan_.header + "\n") &&
@@ -297,6 +283,7 @@ void ListWindow::SaveNumbered() {
 void ListWindow::CopyToClipboard() {
   constexpr std::uint64_t kBytesPerLine = 503;
   constexpr std::uint64_t kLargestBlock = 0x7FFF'FFFF;
+  WaitForLine(kAllLines);
   std::size_t first = 0;
   std::size_t end = body_->LineCount();
   if (selecting_) {

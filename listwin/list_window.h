@@ -46,8 +46,6 @@ class ListWindow : private platform::TextWindowClient {
   // or the file not written.
   bool Show();
   void Close() { window_.Close(); }
-  // Replaces the lines, for a handler that changed what they say. The current line stays where it can.
-  void ReplaceBody(std::unique_ptr<ListBody> body);
 
   // Writes caption, header and lines (the selected ones when a selection is active) in the saved form.
   using TextSink = std::function<bool(const std::string& text)>;
@@ -73,7 +71,8 @@ class ListWindow : private platform::TextWindowClient {
   void MovePage(std::ptrdiff_t direction, bool extend);
   void KeepCurrentVisible();
   void CallHandler(int slot);
-  void WaitForFirstRow();
+  // Until the line can be shown, under a progress window that says why nothing happens.
+  void WaitForLine(std::size_t line);
   void SelectedRange(std::size_t* first, std::size_t* end);
   void SaveWithDialog();
   void SaveNumbered();

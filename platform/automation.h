@@ -46,7 +46,7 @@ Outcome SavePicture(const std::string& path);
 std::string ClipboardBlock();
 
 // The tree below the host's window. Paths as in tree_path.h.
-Outcome ActivateItem(const std::string& path);
-Outcome TreeText(std::string* text);  // two blanks a level, "+ " or "- ", the item's text, a line each
+Outcome ActivateItem(const std::string& path);  // no target while a modal window is open: the tree is behind it
+Outcome TreeText(std::string* text);            // two blanks a level, "+ " or "- ", the item's text, a line each
 
 }  // namespace platform::automation

@@ -17,11 +17,6 @@ class ByteView {
   // Whether `count` bytes stand at `offset`.
   bool Holds(std::size_t offset, std::size_t count) const { return offset <= size_ && count <= size_ - offset; }
 
-  // The part from `offset` on, cut to what is there; empty past the end.
-  ByteView From(std::size_t offset) const {
-    return offset <= size_ ? ByteView(data_ + offset, size_ - offset) : ByteView();
-  }
-
   // Number of `width` bytes (1 to 4) at `offset`; false and *value 0 when it does not lie inside.
   [[nodiscard]] bool Le(std::size_t offset, std::size_t width, std::uint32_t* value) const {
     *value = 0;

@@ -15,6 +15,12 @@ File File::Open(const std::string& path, const char* mode) {
   return file;
 }
 
+File File::Adopt(std::FILE* open) {
+  File file;
+  file.file_.reset(open);
+  return file;
+}
+
 std::size_t File::ReadSome(void* to, std::size_t size) {
   return file_ == nullptr ? 0 : std::fread(to, 1, size, file_.get());
 }
@@ -51,10 +57,13 @@ ReplacingFile::~ReplacingFile() {
 }
 
 bool ReplacingFile::Open(const std::string& path, const char* mode) {
-  path_ = SystemPath(path);
+  path_ = WithoutLinks(SystemPath(path));
   temporary_.clear();
-  if (IsReplaceable(path_)) temporary_ = path_ + ".new";
-  file_ = File::Open(temporary_.empty() ? path_ : temporary_, mode);
+  if (IsReplaceable(path_)) {
+    file_ = File::Adopt(CreateBeside(path_, mode, &temporary_));
+  } else {
+    file_ = File::Open(path_, mode);
+  }
   return file_.IsOpen();
 }
 
@@ -78,7 +87,7 @@ bool ReadWholeFile(const std::string& path, std::size_t limit, std::string* cont
   char piece[16384];
   for (;;) {
     const std::size_t got = file.ReadSome(piece, sizeof piece);
-    if (got == 0) return true;
+    if (got == 0) return file.AtEnd();
     if (got > limit - content->size()) return false;
     content->append(piece, got);
   }

@@ -1,7 +1,7 @@
 // Files and folders by the names that users and records give them.
 //
 // Paths may use "\" on every platform, and names match whatever their case, as on Windows. Relative paths start at
-// the current folder. Nothing here shows a message: results say how it went, and File::error() tells why.
+// the current folder. Nothing here shows a message: results say how it went.
 #pragma once
 
 #include <cstddef>
@@ -20,7 +20,12 @@ class File {
   // `mode` as for fopen: "rb", "wb", "r+b", "ab", or the text modes "r", "w", "a".
   static File Open(const std::string& path, const char* mode);
 
+  // Takes over an open file; null gives one that is not open.
+  static File Adopt(std::FILE* open);
+
   bool IsOpen() const { return file_ != nullptr; }
+  // Whether the last read stopped at the end of the file and not at a failure.
+  bool AtEnd() const { return file_ != nullptr && std::ferror(file_.get()) == 0; }
   // Reads up to `size` bytes; how many came.
   std::size_t ReadSome(void* to, std::size_t size);
   [[nodiscard]] bool Read(void* to, std::size_t size) { return ReadSome(to, size) == size; }
@@ -41,8 +46,9 @@ class File {
   bool failed_ = false;
 };
 
-// A file that replaces another: written beside it, checked to the last flush and close, and renamed over it. Until
-// Commit succeeds the old file stays as it was. What is no regular file (a device) is written directly.
+// A file that replaces another: written beside it under a name that nothing else has, checked to the last flush and
+// close, and renamed over it. Until Commit succeeds the old file stays as it was; its rights pass to the new one, and a
+// link is followed. What is no regular file (a device) is written directly.
 class ReplacingFile {
  public:
   ReplacingFile() = default;

@@ -4,6 +4,7 @@
 
 #include "platform/files.h"
 #include "platform/format.h"
+#include "platform/system_files.h"
 
 namespace platform {
 namespace {
@@ -42,19 +43,20 @@ bool Profile::Load(const std::string& path) {
   std::string content;
   if (!ReadWholeFile(path, kLargestProfile, &content)) return false;
   for (std::size_t at = 0; at < content.size();) {
-    const std::size_t end = std::min(content.find('\n', at), content.size());
-    lines_.push_back(content.substr(at, end - at));
-    if (!lines_.back().empty() && lines_.back().back() == '\r') lines_.back().pop_back();
-    at = end + 1;
+    const std::size_t next = std::min(content.find('\n', at), content.size() - 1) + 1;
+    std::size_t end = next;
+    while (end > at && (content[end - 1] == '\n' || content[end - 1] == '\r')) --end;
+    lines_.push_back({content.substr(at, end - at), content.substr(end, next - end)});
+    at = next;
   }
   return true;
 }
 
 bool Profile::Save(const std::string& path) const {
   ReplacingFile file;
-  if (!file.Open(path, "w")) return false;
-  for (const std::string& line : lines_) {
-    if (!file.Write(line + "\n")) return false;
+  if (!file.Open(path, "wb")) return false;
+  for (const Line& line : lines_) {
+    if (!file.Write(line.text + line.end)) return false;
   }
   return file.Commit();
 }
@@ -63,7 +65,7 @@ bool Profile::FindSection(const char* section, std::size_t* heading, std::size_t
   bool found = false;
   std::string name;
   for (std::size_t i = 0; i < lines_.size(); ++i) {
-    if (!IsHeading(lines_[i], &name)) continue;
+    if (!IsHeading(lines_[i].text, &name)) continue;
     if (found) {
       *end = i;
       return true;
@@ -80,8 +82,9 @@ bool Profile::FindKey(const char* section, const char* key, std::size_t* line) c
   std::size_t end = 0;
   if (!FindSection(section, &heading, &end)) return false;
   for (std::size_t i = heading + 1; i < end; ++i) {
-    const std::size_t equals = lines_[i].find('=');
-    if (equals == std::string::npos || !EqualIgnoringCase(Trimmed(lines_[i].substr(0, equals)), key)) continue;
+    const std::string& text = lines_[i].text;
+    const std::size_t equals = text.find('=');
+    if (equals == std::string::npos || !EqualIgnoringCase(Trimmed(text.substr(0, equals)), key)) continue;
     *line = i;
     return true;
   }
@@ -91,7 +94,8 @@ bool Profile::FindKey(const char* section, const char* key, std::size_t* line) c
 std::string Profile::GetString(const char* section, const char* key, const char* otherwise) const {
   std::size_t line = 0;
   if (!FindKey(section, key, &line)) return otherwise;
-  return WithoutQuotes(Trimmed(lines_[line].substr(lines_[line].find('=') + 1)));
+  const std::string& text = lines_[line].text;
+  return WithoutQuotes(Trimmed(text.substr(text.find('=') + 1)));
 }
 
 int Profile::GetInt(const char* section, const char* key, int otherwise) const {
@@ -107,17 +111,25 @@ void Profile::SetString(const char* section, const char* key, const std::string&
   const std::string text = std::string(key) + "=" + Stored(value);
   std::size_t line = 0;
   if (FindKey(section, key, &line)) {
-    lines_[line] = text;
+    lines_[line].text = text;
     return;
   }
   std::size_t heading = 0;
   std::size_t end = 0;
   if (!FindSection(section, &heading, &end)) {
-    lines_.push_back(std::string("[") + section + "]");
+    heading = lines_.size();
+    Insert(heading, std::string("[") + section + "]");
     end = lines_.size();
   }
-  while (end > heading + 1 && Trimmed(lines_[end - 1]).empty()) --end;
-  lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(end), text);
+  while (end > heading + 1 && Trimmed(lines_[end - 1].text).empty()) --end;
+  Insert(end, text);
+}
+
+// New lines end as the file's first does.
+void Profile::Insert(std::size_t at, const std::string& text) {
+  const std::string end = lines_.empty() || lines_[0].end.empty() ? LineEnd() : lines_[0].end;
+  if (at > 0 && lines_[at - 1].end.empty()) lines_[at - 1].end = end;
+  lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(at), Line{text, end});
 }
 
 }  // namespace platform

@@ -27,8 +27,13 @@ class Profile {
   // Index of the section's heading and of the line after its last, or false.
   bool FindSection(const char* section, std::size_t* heading, std::size_t* end) const;
   bool FindKey(const char* section, const char* key, std::size_t* line) const;
+  void Insert(std::size_t at, const std::string& text);
 
-  std::vector<std::string> lines_;  // without line ends
+  struct Line {
+    std::string text;
+    std::string end;  // as it stood: "\r\n", "\n", or nothing at the end of the file
+  };
+  std::vector<Line> lines_;
 };
 
 }  // namespace platform

@@ -38,11 +38,8 @@ bool RunMainWindow() {
   if (!g_main_window) return false;
   TARN_VM_STRUCT* request = g_host->request;
   if (request == nullptr) return g_main_window->Run();
-  const HostWord saved = request->flags & kFlagBit14;
-  request->flags &= ~kFlagBit14;
-  const bool supported = g_main_window->Run();
-  request->flags = (request->flags & ~kFlagBit14) | saved;
-  return supported;
+  const ClearedFlags running(request, kFlagBit14);
+  return g_main_window->Run();
 }
 
 }  // namespace pelix

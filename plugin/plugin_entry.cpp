@@ -3,6 +3,7 @@
 #include <exception>
 
 #include "drive/host_services.h"
+#include "platform/modal_windows.h"
 #include "plugin/application.h"
 #include "plugin/script_commands.h"
 #include "ui/main_window.h"
@@ -16,8 +17,10 @@ constexpr char kDisplayName[] = "PELIX(v6.05j)";
 void* Create(CWnd* parent) {
   if (!g_script_state) return nullptr;  // start-up had failed
   try {
-    if (!g_main_window) g_main_window.Make().Initialise(parent == nullptr ? nullptr : parent->window);
-    return &*g_main_window;
+    if (g_main_window) return &*g_main_window;
+    if (g_main_window.Make().Initialise(parent == nullptr ? nullptr : parent->window)) return &*g_main_window;
+    g_main_window.Drop();
+    return nullptr;
   } catch (const std::exception&) {
     g_main_window.Drop();
     return nullptr;
@@ -33,6 +36,7 @@ std::int32_t Run() {
 }
 
 void Destroy() {
+  platform::CloseModalWindows();
   g_main_window.Drop();
 }
 

@@ -36,12 +36,10 @@ std::string FolderOr(const std::string& given) {
 // Takes message boxes, progress windows and report output off the screen while the object lives.
 class ScriptRun {
  public:
-  explicit ScriptRun(platform::File* output) { g_script_output = output; }
-  ~ScriptRun() { g_script_output = nullptr; }
-  ScriptRun(const ScriptRun&) = delete;
-  ScriptRun& operator=(const ScriptRun&) = delete;
+  explicit ScriptRun(platform::File* output) : output_(&g_script_output, output) {}
 
  private:
+  ValueScope<platform::File*> output_;
   SwitchScope quiet_{&g_host->interactive, false};
   SwitchScope still_{&g_host->progress, false};
 };

@@ -13,6 +13,10 @@ std::string Shown(const DirectoryEntry& entry) {
   return entry.name.Shown();
 }
 
+void TellLeftOut(const DirectoryEntry& entry, const char* why) {
+  Output("\"%s\" was left out : %s\n", Shown(entry).c_str(), why);
+}
+
 }  // namespace
 
 bool RecordSource::CopyAllRecords(AccessMode source, AccessMode destination) {
@@ -40,15 +44,20 @@ std::string RecordSource::CopyEntries(AccessMode source, AccessMode destination,
   if (to_image) {
     if (const Failure failure = mcf_.Create(*directory)) return failure;
   }
+  std::vector<DirectoryEntry>* entries = &directory->entries();
+  std::vector<DirectoryEntry> on_drive;
+  if (source == AccessMode::kMcf && destination == AccessMode::kDisk) {
+    on_drive = ImageEntriesOnDrive(directory);
+    entries = &on_drive;
+  }
   Progress progress("");
-  for (DirectoryEntry& entry : directory->entries()) {
+  for (DirectoryEntry& entry : *entries) {
     if (entry.size == 0) continue;
-    // Second copies are the drive's own to write; their entries name the place of the first.
-    if (destination == AccessMode::kDisk && entry.IsSecondCopy()) continue;
     progress.SetText(platform::Format("Reading \"%s\"", Shown(entry).c_str()));
     progress.SetPosition(0);
-    const Record record = ReadForCopy(source, entry);
-    if (!record) {
+    Record record;
+    if (const Failure failure = ReadForCopy(source, entry, &record)) {
+      TellLeftOut(entry, failure);
       entry.size = 0;
       continue;
     }
@@ -56,7 +65,7 @@ std::string RecordSource::CopyEntries(AccessMode source, AccessMode destination,
     const SectorRange whole = {0, entry.size};
     const Failure failure = to_image ? mcf_.Append(&entry, record.bytes.get())
                                      : Origin(destination).Write(entry, whole, record.bytes.get());
-    if (failure != nullptr) return platform::Format("\"%s\" : %s", Shown(entry).c_str(), kCannotWrite);
+    if (failure != nullptr) return RecordMessage(entry.name, kCannotWrite);
     progress.SetPosition(100);
   }
   if (to_image) {
@@ -65,15 +74,34 @@ std::string RecordSource::CopyEntries(AccessMode source, AccessMode destination,
   return "";
 }
 
-// A drive that addresses in blocks does so only where one command cannot carry the record. Nothing when the record
-// cannot be read.
-Record RecordSource::ReadForCopy(AccessMode source, DirectoryEntry entry) {
+// The records of the opened image, as large as they are there, where the drive has them. Second copies are the drive's
+// own to write: their entries name the place of the first.
+std::vector<DirectoryEntry> RecordSource::ImageEntriesOnDrive(Directory* drive) {
+  std::vector<DirectoryEntry> entries;
+  for (const DirectoryEntry& stored : mcf_.image().entries()) {
+    if (stored.size == 0 || stored.IsSecondCopy()) continue;
+    DirectoryEntry* entry = nullptr;
+    for (std::uint32_t i = 0; (entry = drive->Find(stored.name, i, false)) != nullptr; ++i) {
+      if (entry->Fid() == stored.Fid()) break;
+    }
+    if (entry == nullptr || (stored.size > entry->room && stored.Fid() != kFidIdentifyData)) {
+      TellLeftOut(stored, entry == nullptr ? "the drive has no such record" : kSizeMismatch);
+      continue;
+    }
+    entries.push_back(*entry);
+    entries.back().size = stored.size;
+  }
+  return entries;
+}
+
+// A drive that addresses in blocks does so only where one command cannot carry the record.
+Failure RecordSource::ReadForCopy(AccessMode source, DirectoryEntry entry, Record* record) {
   const bool in_blocks = source == AccessMode::kDisk && entry.size > kMostSectorsPerMcfsCommand &&
                          (identity_->header_flags & kHeaderBlockOffsets) != 0;
   if (in_blocks) entry.identifier |= kFidBlockOffsets;
-  Record record = MakeRecord(entry);
-  if (!record || ReadRange(source, entry, {0, entry.size}, record.bytes.get()) != nullptr) return {};
-  return record;
+  *record = MakeRecord(entry);
+  if (!*record) return "there is not enough memory for it";
+  return ReadRange(source, entry, {0, entry.size}, record->bytes.get());
 }
 
 namespace {
@@ -85,18 +113,11 @@ bool AskForImageName() {
 // Loads the directory of a copy's source; the access mode is what it was afterwards. Without "Use MCFS" there is none,
 // which the copy then says. The drive is identified again: its geometry is needed, and its identify data is copied.
 bool LoadDirectoryOf(AccessMode source) {
-  const AccessMode before = g_identity->access.mode;
-  g_identity->access.mode = source;
-  bool loaded = true;
-  if (source == AccessMode::kDisk) {
-    loaded = Identify(&*g_identity, true);
-  } else if (g_identity->use_mcfs) {
-    loaded = g_records->LoadDirectory();
-  } else {
-    g_records->ForgetDirectory();
-  }
-  g_identity->access.mode = before;
-  return loaded;
+  const ValueScope mode(&g_identity->access.mode, source);
+  if (source == AccessMode::kDisk) return Identify(&*g_identity, true);
+  if (g_identity->use_mcfs) return g_records->LoadDirectory();
+  g_records->ForgetDirectory();
+  return true;
 }
 
 }  // namespace
@@ -113,9 +134,11 @@ void CopyDiskToFiles() {
 
 void CopyMcfToDisk() {
   if (!AskForImageName()) return;
-  const AccessMode before = g_identity->access.mode;
-  const bool opened = g_records->SwitchToMcf() && Identify(&*g_identity, true);
-  g_identity->access.mode = before;
+  bool opened = false;
+  {
+    const ValueScope mode(&g_identity->access.mode, AccessMode::kMcf);
+    opened = g_records->SwitchToMcf() && Identify(&*g_identity, true);
+  }
   // Where the records go is the drive's to say: an image keeps its own places only.
   if (opened && LoadDirectoryOf(AccessMode::kDisk)) {
     g_records->CopyAllRecords(AccessMode::kMcf, AccessMode::kDisk);

@@ -32,6 +32,7 @@ struct DirectoryEntry {
   RecordName name;
   std::uint16_t location = 0;  // drive: sector index from 1; MCW: sector in the image; MCF: as when it was written
   std::uint16_t size = 0;      // sectors
+  std::uint16_t room = 0;      // sectors that it may take where it stands; known of drives only, in no file
   std::uint8_t start_cylinder = 0;
   std::uint8_t attributes = 0;
 

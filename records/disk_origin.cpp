@@ -12,15 +12,8 @@ constexpr char kMcfsReadFail[] = "MGET command fail";
 constexpr char kPhysicalReadFail[] = "PHRD command fail";
 constexpr char kPhysicalWriteFail[] = "PHWR command fail";
 constexpr char kHeaderMismatch[] = "Header does not match";
-constexpr std::uint32_t kSectorsPerBlock = 0x40;
-
-std::uint32_t HeadCount() {
-  const C_DRIVEVUINFO* drive = DriveInfo();
-  return drive == nullptr ? 0 : drive->heads;
-}
 
 // The error log's name as some drives of the other byte order leave it, which is not each pair exchanged.
-constexpr RecordName kErrorLog("BI_ERLOG");
 constexpr RecordName kErrorLogOddlySwapped("IB_RELGO");
 
 bool StartsWithName(const DirectoryEntry& entry, const std::uint8_t* data) {
@@ -110,8 +103,7 @@ Failure DiskOrigin::ReadIdentifyData(SectorRange range, std::uint8_t* to) const 
 }
 
 Failure DiskOrigin::ReadMcfs(const DirectoryEntry& entry, SectorRange range, std::uint8_t* to) const {
-  const bool in_blocks =
-      (identity_->header_flags & kHeaderBlockOffsets) != 0 && (entry.identifier & kFidBlockOffsets) != 0;
+  const bool in_blocks = CountsBlocks(entry, *identity_);
   for (std::uint32_t done = 0; done < range.count;) {
     const std::uint32_t piece = std::min(kMostSectorsPerMcfsCommand, range.count - done);
     const std::uint32_t position = (range.offset + done) / (in_blocks ? kSectorsPerBlock : 1);

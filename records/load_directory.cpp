@@ -19,7 +19,6 @@ constexpr char kDirectoryFileUnread[] = "Cannot read MCFS directory file.";
 constexpr char kMcwFsiFail[] = "Read FSI fail";
 constexpr char kErrorLogMisplaced[] = "This M/C file must locate in sector 1.";
 
-constexpr RecordName kErrorLog("BI_ERLOG");
 // These have a second copy on drives that keep copies.
 constexpr RecordName kTwice[] = {kErrorLog, RecordName("LDSI T  "), RecordName("SLIST   "), RecordName("RLIST   ")};
 
@@ -30,16 +29,8 @@ bool HasSecondCopy(const RecordName& name) {
   return false;
 }
 
-std::uint32_t HeadCount() {
-  return DriveInfo() == nullptr ? 0 : DriveInfo()->heads;
-}
-
 std::uint16_t Sectors(std::uint64_t count) {
   return static_cast<std::uint16_t>(std::min<std::uint64_t>(count, 0xFFFF));
-}
-
-std::string Prefixed(const RecordName& name, const char* text) {
-  return platform::Format("\"%s\" : %s", name.Shown().c_str(), text);
 }
 
 // Reads the FSI and the FIT behind it; *message says why it failed.
@@ -100,7 +91,7 @@ class RecordFileTables : public TableReader {
   static bool Read(const char* record, std::uint32_t sectors, std::uint8_t* to, std::string* message) {
     const RecordName name(record);
     const Failure failure = ReadFromFile(name.FileName(false), 0, to, std::size_t{sectors} * kSectorBytes);
-    *message = Prefixed(name, failure == nullptr ? kFileReadFail : failure);
+    *message = RecordMessage(name, failure == nullptr ? kFileReadFail : failure);
     return failure == nullptr && sectors != 0;
   }
 };
@@ -124,7 +115,7 @@ bool IsAllZero(const std::uint8_t* data, std::size_t size) {
 // The error log grows over the tracks that it was given: those whose first sector was written count.
 std::uint32_t MeasureErrorLogOnDrive(const DirectoryEntry& entry) {
   if (entry.location != 1) {
-    ShowMessage(Prefixed(entry.name, kErrorLogMisplaced));
+    ShowMessage(RecordMessage(entry.name, kErrorLogMisplaced));
     std::exit(1);  // a log read from a wrong place would condemn good drives
   }
   std::uint32_t sectors = 0;
@@ -153,13 +144,11 @@ std::uint32_t MeasureErrorLog(AccessMode mode, const DirectoryEntry& entry) {
 
 // A descriptor as a directory entry: its size in sectors whatever it was counted in.
 DirectoryEntry Scaled(AccessMode mode, DirectoryEntry entry) {
+  entry.room = entry.size;
   if ((entry.attributes & kCountedInTracks) == 0) return entry;
-  if (entry.name.Matches(kErrorLog)) {
-    entry.size = Sectors(MeasureErrorLog(mode, entry));
-  } else {
-    const std::uint32_t heads = (entry.attributes & kOnEveryHead) != 0 ? 1 : HeadCount();
-    entry.size = Sectors(std::uint64_t{entry.size} * kMaintenanceSectorsPerTrack * heads);
-  }
+  const std::uint32_t heads = (entry.attributes & kOnEveryHead) != 0 ? 1 : HeadCount();
+  entry.room = Sectors(std::uint64_t{entry.size} * kMaintenanceSectorsPerTrack * heads);
+  entry.size = entry.name.Matches(kErrorLog) ? Sectors(MeasureErrorLog(mode, entry)) : entry.room;
   return entry;
 }
 
@@ -174,6 +163,7 @@ void AddPseudoEntries(const DriveIdentity& identity, std::vector<DirectoryEntry>
   expert.name = RecordName("EXPERT  ");
   expert.location = 19;
   expert.size = 8;
+  expert.room = 8;
   expert.start_cylinder = 1;
   entries->push_back(identify);
   entries->push_back(expert);

@@ -38,6 +38,10 @@ std::string RecordName::Shown() const {
   return text;
 }
 
+std::string RecordMessage(const RecordName& name, const char* text) {
+  return platform::Format("\"%s\" : %s", name.Shown().c_str(), text);
+}
+
 std::string RecordName::FileName(bool second_copy) const {
   // Blanks between the characters become underscores along with whatever else is no part of a file's name.
   const std::string stem = platform::WithoutTrailingBlanks(std::string(bytes.begin(), bytes.end()));

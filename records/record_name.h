@@ -33,4 +33,10 @@ struct RecordName {
   std::string FileName(bool second_copy) const;
 };
 
+// The burn-in error log, which grows and is measured.
+inline constexpr RecordName kErrorLog("BI_ERLOG");
+
+// A message about one record.
+std::string RecordMessage(const RecordName& name, const char* text);
+
 }  // namespace pelix

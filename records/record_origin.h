@@ -22,6 +22,12 @@ struct SectorRange {
   std::size_t Bytes() const { return std::size_t{count} * kSectorBytes; }
 };
 
+inline constexpr std::uint32_t kSectorsPerBlock = 0x40;
+// Whether offsets into the entry count blocks on its drive.
+inline bool CountsBlocks(const DirectoryEntry& entry, const DriveIdentity& identity) {
+  return (identity.header_flags & kHeaderBlockOffsets) != 0 && (entry.identifier & kFidBlockOffsets) != 0;
+}
+
 class RecordOrigin {
  public:
   virtual ~RecordOrigin() = default;
@@ -51,7 +57,7 @@ class McfOrigin : public RecordOrigin {
  public:
   explicit McfOrigin(const RecordAccess* access) : access_(access) {}
 
-  // Reads the image's header. What it holds stays known until the next Open or Create.
+  // Reads the image's header. What it holds stays known until the next Open.
   Failure Open();
   const Directory& image() const { return image_; }
 

@@ -10,12 +10,11 @@ namespace {
 constexpr char kNotInDirectory[] = "PELIX cannot find this in MCFR directory";
 constexpr char kSizeIsZero[] = "File size is zero";
 constexpr char kMisaligned[] = " Offset is not a multiple of 0x40.\n ";
-constexpr std::uint32_t kSectorsPerBlock = 0x40;
 
 // False, and the message about that record, when something failed.
 bool Succeeded(const RecordName& name, Failure failure) {
   if (failure == nullptr) return true;
-  ShowMessage(platform::Format("\"%s\" : %s", name.Shown().c_str(), failure));
+  ShowMessage(RecordMessage(name, failure));
   return false;
 }
 
@@ -75,9 +74,7 @@ DirectoryEntry* RecordSource::FindEntry(const RecordName& name, std::uint32_t in
 }
 
 Failure RecordSource::ReadRange(AccessMode source, const DirectoryEntry& entry, SectorRange range, std::uint8_t* to) {
-  const bool in_blocks =
-      (identity_->header_flags & kHeaderBlockOffsets) != 0 && (entry.identifier & kFidBlockOffsets) != 0;
-  if (in_blocks && range.offset % kSectorsPerBlock != 0) return kMisaligned;
+  if (CountsBlocks(entry, *identity_) && range.offset % kSectorsPerBlock != 0) return kMisaligned;
   if (std::uint64_t{range.offset} + range.count > entry.size) return kSizeMismatch;
   return Origin(source).Read(entry, range, to);
 }
@@ -145,6 +142,11 @@ namespace {
 // What identification reads when records do not come from the drive. Left unwritten when anything fails.
 constexpr char kMcwIdentifyFile[] = "VU_IDFY.BIN";
 
+void LeaveIdentifyData(const std::string& path, const Record& record) {
+  if (WriteToFile(path, "wb", 0, record.bytes.get(), record.size) == nullptr) return;
+  platform::RemoveFile(path);  // half of it would be taken for a drive without serial number and zones
+}
+
 }  // namespace
 
 bool RecordSource::SwitchToMcf() {
@@ -153,7 +155,7 @@ bool RecordSource::SwitchToMcf() {
   const RecordName name("VU_IDFY ");
   const DirectoryEntry* entry = FindEntry(name, 0, Report::kNo, false);
   const Record record = FetchRecord(name);
-  if (record) (void)files_.Write(*entry, Whole(*entry), record.bytes.get());
+  if (record) LeaveIdentifyData(entry->name.FileName(false), record);
   return true;
 }
 
@@ -161,7 +163,7 @@ bool RecordSource::SwitchToMcw() {
   identity_->access.mode = AccessMode::kMcw;
   if (!LoadDirectory()) return false;
   const Record record = FetchRecord(RecordName("IDENTIFY"));
-  if (record) (void)WriteToFile(kMcwIdentifyFile, "wb", 0, record.bytes.get(), record.size);
+  if (record) LeaveIdentifyData(kMcwIdentifyFile, record);
   return true;
 }
 

@@ -38,7 +38,7 @@ class RecordSource : public RecordDirectory {
   // Builds the directory for the current mode. A failure leaves none.
   bool LoadDirectory() override;
   void ForgetDirectory() override;
-  bool HasDirectory() const { return directory_ != nullptr; }
+  // Null while none is loaded.
   const Directory* directory() const { return directory_.get(); }
 
   // The index-th entry of that name, null when there is none; tells the user why only when asked to, but always that
@@ -67,8 +67,9 @@ class RecordSource : public RecordDirectory {
   bool SwitchToMcf();
   bool SwitchToMcw();
 
-  // Copies every record of the current directory. Those that cannot be read are left out without a message; the
-  // first that cannot be written ends the copy.
+  // Copies every record of the current directory, or from an image to the drive every record of the image to where the
+  // current directory, the drive's, has it. What cannot be read, or has no room there, is left out with a line in the
+  // host's output; the first record that cannot be written ends the copy.
   bool CopyAllRecords(AccessMode source, AccessMode destination);
 
  private:
@@ -83,7 +84,8 @@ class RecordSource : public RecordDirectory {
   bool LoadFromMcw();
   bool SetDirectory(std::uint16_t header_flags, std::uint32_t header_sectors, std::vector<DirectoryEntry> entries);
   std::string CopyEntries(AccessMode source, AccessMode destination, Directory* directory);
-  Record ReadForCopy(AccessMode source, DirectoryEntry entry);
+  Failure ReadForCopy(AccessMode source, DirectoryEntry entry, Record* record);
+  std::vector<DirectoryEntry> ImageEntriesOnDrive(Directory* drive);
 
   DriveIdentity* identity_;
   std::unique_ptr<Directory> directory_;  // null while none is loaded

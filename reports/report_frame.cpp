@@ -2,8 +2,6 @@
 
 #include "drive/drive_identity.h"
 #include "drive/host_services.h"
-#include "listwin/list_window.h"
-#include "records/record_source.h"
 
 namespace pelix {
 
@@ -13,10 +11,19 @@ bool RevisionIsSupported(const CBaseDataClass& decoder, RevisionMessage message)
   return false;
 }
 
+Record FetchReportRecord(const char* record) {
+  if (!Identify(&*g_identity, true)) return {};
+  return g_records->FetchRecord(RecordName(record));
+}
+
+void ShowReport(const ListPlan& plan, std::span<const char> text, std::size_t lines) {
+  ListWindow window(plan, MakeBlockBody(text, lines));
+  window.Show();
+}
+
 void ShowRecordReport(const ReportFrame& frame,
                       const std::function<bool(platform::ByteView record, ReportText* text)>& decode) {
-  if (!Identify(&*g_identity, true)) return;
-  const Record record = g_records->FetchRecord(RecordName(frame.record));
+  const Record record = FetchReportRecord(frame.record);
   if (!record) return;
   ReportText text;
   if (text.Begin(frame.capacity) != 0 || !decode(record.View(), &text) || text.Failed()) return;
@@ -25,8 +32,7 @@ void ShowRecordReport(const ReportFrame& frame,
   plan.width = frame.width;
   plan.caption = frame.caption;
   plan.footer = frame.footer;
-  ListWindow window(plan, MakeBlockBody(text.Text(), text.Lines()));
-  window.Show();
+  ShowReport(plan, text.Text(), text.Lines());
 }
 
 }  // namespace pelix

@@ -4,7 +4,9 @@
 #include <functional>
 
 #include "host/decoders.h"
+#include "listwin/list_window.h"
 #include "platform/byte_view.h"
+#include "records/record_source.h"
 #include "reports/report_text.h"
 
 namespace pelix {
@@ -16,6 +18,11 @@ struct ReportFrame {
   std::size_t capacity;  // bytes that the text starts with
   std::size_t width;     // characters
 };
+
+// Identifies the drive with its directory and fetches the record; nothing when either fails.
+Record FetchReportRecord(const char* record);
+// Shows lines in a list window, or writes them where a script takes them.
+void ShowReport(const ListPlan& plan, std::span<const char> text, std::size_t lines);
 
 // Identifies the drive, fetches the record, has `decode` write the lines and shows them. Stops without a window when
 // one of these fails; `decode` has then shown its own message.

@@ -92,6 +92,7 @@ void Host::ClearFaults() {
 }
 
 bool Host::Fails(const char* command, ECODE* code) {
+  flags_at_last_call_ = request_.flags;
   const std::uint32_t call = ++calls_[command];
   const std::uint32_t any = ++calls_["ANY"];
   for (const FaultRule& rule : faults_) {
@@ -108,12 +109,13 @@ bool Host::Fails(const char* command, ECODE* code) {
 void Host::SetArgument(std::size_t number, const std::string& text) {
   Symbol& symbol = symbols_[platform::Format("argument %zu", number)];
   symbol.text = text;
-  symbol.node.value = 0;
+  symbol.node.value = static_cast<std::uint32_t>(platform::ReadDecimal(text));
   symbol.node.text = symbol.text.c_str();
 }
 
 void Host::SetArgument(std::size_t number, std::int32_t value) {
-  vm_.arguments[number - 1]->DataInt(value);
+  SetArgument(number, platform::Format("%d", value));
+  vm_.arguments[number - 1]->value = static_cast<std::uint32_t>(value);
 }
 
 void Host::SetRegister(int number, std::int32_t value) {

@@ -34,14 +34,17 @@ class HOST_API Host {
   void ClearFaults();
   // Counts a call of the command; true, and the code, when a rule makes it fail.
   bool Fails(const char* command, ECODE* code);
-  // Calls of all commands so far.
-  std::uint32_t call_count() const { return calls_["ANY"]; }
+  // Calls of a command so far, of all with "ANY".
+  std::uint32_t call_count(const std::string& command) const { return calls_[command]; }
+  // The command flags as they were at the last call.
+  HostWord flags_at_last_call() const { return flags_at_last_call_; }
 
   SimDrive& drive() { return *drive_; }
   C_VM* vm() { return &vm_; }
   TARN_VM_STRUCT* request() { return &request_; }
 
-  // Script arguments as a plug-in's command receives them, from 1. Lives until the next call.
+  // Script arguments as a plug-in's command receives them, from 1: a number has a text and a text a value too. Valid
+  // until the next call.
   void SetArgument(std::size_t number, const std::string& text);
   void SetArgument(std::size_t number, std::int32_t value);
   void SetRegister(int number, std::int32_t value);
@@ -67,6 +70,7 @@ class HOST_API Host {
   std::string profile_;
   std::vector<FaultRule> faults_;
   mutable std::map<std::string, std::uint32_t> calls_;
+  HostWord flags_at_last_call_ = 0;
 };
 
 }  // namespace standin

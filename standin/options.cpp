@@ -14,13 +14,31 @@ constexpr char kSimulated[] = "sim:";
 constexpr std::uint32_t kFirstModel = 11;
 constexpr std::uint32_t kLastModel = 64;
 
+// A whole number, decimal digits only.
 bool ReadWhole(const std::string& text, std::uint32_t* number) {
-  return CLI::detail::lexical_cast(text, *number);
+  constexpr std::size_t kMostDigits = 9;
+  if (text.empty() || text.size() > kMostDigits || text.find_first_not_of("0123456789") != std::string::npos) {
+    return false;
+  }
+  *number = static_cast<std::uint32_t>(platform::ReadDecimal(text));
+  return true;
+}
+
+// For the options that take one.
+std::string CheckWhole(const std::string& text) {
+  std::uint32_t number = 0;
+  return ReadWhole(text, &number) ? "" : "\"" + text + "\" is no whole number";
+}
+
+bool IsModel(std::uint32_t model) {
+  return model >= kFirstModel && model <= kLastModel;
 }
 
 // "sim:64,common,seed=3"
 bool ReadSimulated(const std::string& text, DriveKind* kind) {
-  std::vector<std::string> parts = CLI::detail::split(text.substr(sizeof kSimulated - 1), ',');
+  const std::string rest = text.substr(sizeof kSimulated - 1);
+  if (!rest.empty() && rest.back() == ',') return false;
+  const std::vector<std::string> parts = CLI::detail::split(rest, ',');
   if (parts.empty() || !ReadWhole(parts[0], &kind->model)) return false;
   for (std::size_t i = 1; i < parts.size(); ++i) {
     if (parts[i] == "common") {
@@ -29,7 +47,7 @@ bool ReadSimulated(const std::string& text, DriveKind* kind) {
       return false;
     }
   }
-  return kind->model >= kFirstModel && kind->model <= kLastModel;
+  return IsModel(kind->model);
 }
 
 }  // namespace
@@ -48,17 +66,23 @@ bool ReadOptions(int argc, char** argv, Options* options, int* status) {
   app.add_option("SCRIPT", options->scripts, "Script files; - is standard input");
   CLI::Option* make_drive = app.add_option("--make-drive", options->make_drive, "Write a drive into a folder and end");
   CLI::Option* make_mcw = app.add_option("--make-mcw", options->make_mcw, "Write a drive's MCW image and end");
-  app.add_option("--model", options->drive.model, "Model index of the drive to write, 11 to 64")
-      ->check(CLI::Range(kFirstModel, kLastModel));
+  std::string model;
+  std::string seed;
+  app.add_option("--model", model, "Model index of the drive to write, 11 to 64")->check(CheckWhole);
   app.add_flag("--common", options->drive.common_header, "The drive to write has the Common Header");
-  app.add_option("--seed", options->drive.seed, "Seed of the drive to write");
+  app.add_option("--seed", seed, "Seed of the drive to write")->check(CheckWhole);
   app.set_version_flag("--version", "wtarn stand-in 1.0, plug-in interface 3");
   make_drive->excludes(make_mcw);
   try {
     app.parse(argc, argv);
     const bool makes = make_drive->count() + make_mcw->count() > 0;
     if (makes && app.get_option("--model")->count() == 0) throw CLI::RequiredError("--model");
-    if (makes) return true;
+    if (makes) {
+      ReadWhole(model, &options->drive.model);
+      if (!seed.empty()) ReadWhole(seed, &options->drive.seed);
+      if (IsModel(options->drive.model)) return true;
+      throw CLI::ValidationError("--model", "models are 11 to 64");
+    }
     if (drive.compare(0, sizeof kSimulated - 1, kSimulated) != 0) {
       options->drive_folder = drive;
     } else if (!ReadSimulated(drive, &options->drive)) {

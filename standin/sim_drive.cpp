@@ -34,6 +34,10 @@ std::unique_ptr<SimDrive> SimDrive::Open(const DriveKind& kind, const std::strin
   drive->maintenance_ =
       folder.empty() ? MakeMemoryArea(drive->design_) : OpenFolderArea(folder, drive->design_.geometry, error);
   if (drive->maintenance_ == nullptr) return nullptr;
+  if (!folder.empty() && !drive->user_sectors_.KeepIn(folder + "/user.bin")) {
+    *error = "\"" + folder + "\" cannot be written";
+    return nullptr;
+  }
   for (const DriveVariable& variable : kDriveVariables) {
     if (variable.model == wanted.model) drive->extended_words_[variable.address] = variable.value;
   }
@@ -79,10 +83,10 @@ ECODE SimDrive::ReadPhysical(std::uint32_t cylinder, std::uint32_t head, std::ui
   }
   for (std::uint32_t i = 0; i < count; ++i) {
     if (VerifyPhysical(cylinder, head, sector + i, 1) != kSuccess) return kUncorrectable;
-    const auto written = user_sectors_.find({cylinder, head, sector + i});
+    const UserSectors::Content* written = user_sectors_.Find(cylinder, head, sector + i);
     std::uint8_t* at = to + std::size_t{i} * kSectorBytes;
     std::memset(at, 0, kSectorBytes);
-    if (written != user_sectors_.end()) std::copy(written->second.begin(), written->second.end(), at);
+    if (written != nullptr) std::copy(written->begin(), written->end(), at);
   }
   return kSuccess;
 }
@@ -94,8 +98,7 @@ ECODE SimDrive::WritePhysical(std::uint32_t cylinder, std::uint32_t head, std::u
     return maintenance_->Write(cylinder, head, sector, count, from) ? kSuccess : kStoreFailed;
   }
   for (std::uint32_t i = 0; i < count; ++i) {
-    const std::uint8_t* at = from + std::size_t{i} * kSectorBytes;
-    user_sectors_[{cylinder, head, sector + i}].assign(at, at + kSectorBytes);
+    if (!user_sectors_.Write(cylinder, head, sector + i, from + std::size_t{i} * kSectorBytes)) return kStoreFailed;
   }
   return kSuccess;
 }

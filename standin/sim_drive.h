@@ -1,7 +1,6 @@
 // The simulated drive: what the stand-in's command layer talks to.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -9,6 +8,7 @@
 #include <vector>
 
 #include "standin/maintenance_area.h"
+#include "standin/user_sectors.h"
 
 namespace standin {
 
@@ -66,7 +66,7 @@ class HOST_API SimDrive {
 
   DriveDesign design_;
   std::unique_ptr<MaintenanceArea> maintenance_;
-  std::map<std::array<std::uint32_t, 3>, std::vector<std::uint8_t>> user_sectors_;  // written ones only
+  UserSectors user_sectors_;
   std::map<std::uint32_t, std::uint32_t> channel_registers_;
   std::map<std::uint32_t, std::uint32_t> extended_words_;
   std::vector<std::uint8_t> buffer_ = std::vector<std::uint8_t>(4096);

@@ -69,7 +69,22 @@ int StatementRunner::RunAll() {
 }
 
 bool StatementRunner::RunNext() {
+  // Windows that open windows without end would use up the stack.
+  constexpr int kDeepest = 100;
   if (ended_) return false;
+  if (depth_ == kDeepest) {
+    Complain(Format("%s: more than %d windows are open", source_.Place().c_str(), kDeepest));
+    ended_ = true;
+    status_ = kUsageStatus;
+    return false;
+  }
+  ++depth_;
+  const bool more = RunLine();
+  --depth_;
+  return more;
+}
+
+bool StatementRunner::RunLine() {
   std::string line;
   std::string problem;
   Tokens tokens;
@@ -259,6 +274,10 @@ void StatementRunner::Picture(const Tokens& arguments) {
 }
 
 void StatementRunner::Exit(const Tokens& arguments) {
+  if (arguments[0].number < 0 || arguments[0].number > 255) {
+    problem_ = "an exit status is a number from 0 to 255";
+    return;
+  }
   ended_ = true;
   status_ = arguments[0].number;
 }

@@ -27,6 +27,8 @@ class StatementRunner {
   bool RunNext();
 
  private:
+  bool RunLine();
+
   using Tokens = std::vector<Token>;
   struct Statement {
     const char* name;
@@ -65,6 +67,7 @@ class StatementRunner {
   PluginSession& session_;
   StatementSource& source_;
   std::string problem_;  // what was wrong with the arguments of the statement that ran last
+  int depth_ = 0;        // statements that have opened a window which is still open
   int status_ = 0;
   bool ended_ = false;
 };

@@ -1,7 +1,5 @@
 #include "ui/config_dialog.h"
 
-#include <exception>
-
 #include "drive/commands.h"
 #include "drive/drive_identity.h"
 #include "drive/host_services.h"
@@ -144,11 +142,7 @@ void ConfigDialog::EnableControls() {
 }
 
 void ConfigDialog::OnClick(int id) {
-  try {
-    HandleClick(id);
-  } catch (const std::exception&) {
-    ShowMessage("There is not enough memory for this.");
-  }
+  Guarded([&] { HandleClick(id); });
 }
 
 void ConfigDialog::HandleClick(int id) {
@@ -205,7 +199,8 @@ void ConfigDialog::IdentifyAndTell() {
   Apply();
   if (!pelix::Identify(&identity_, false)) return;
   const C_DRIVEVUINFO* drive = DriveInfo();
-  std::string text = platform::Format("Model ID : %s\r\n", FamilyNameOf(identity_.model_index).c_str());
+  std::string text =
+      platform::Format("Model ID : %s\r\n", platform::WithoutTrailingBlanks(identity_.family_name).c_str());
   text += platform::Format("Model Name : %s\r\n", ModelName().c_str());
   text += platform::Format("F/W Version : %s (%s)\r\n", FirmwareVersion().c_str(), FirmwareCode().c_str());
   text += platform::Format("Serial Number : %s\r\n", SerialNumber().c_str());
@@ -217,14 +212,29 @@ void ConfigDialog::IdentifyAndTell() {
 
 }  // namespace
 
+namespace {
+
+// The host's resources are current while the object lives.
+class ResourceModuleScope {
+ public:
+  explicit ResourceModuleScope(std::uintptr_t module) : before_(platform::InstallResourceModule(module)) {}
+  ~ResourceModuleScope() { platform::InstallResourceModule(before_); }
+  ResourceModuleScope(const ResourceModuleScope&) = delete;
+  ResourceModuleScope& operator=(const ResourceModuleScope&) = delete;
+
+ private:
+  std::uintptr_t before_;
+};
+
+}  // namespace
+
 std::span<const platform::ControlDescription> ConfigDialogControls() {
   return kControls;
 }
 
 void ShowConfigDialog() {
-  const std::uintptr_t before = platform::InstallResourceModule(g_host->resource_module);
+  const ResourceModuleScope resources(g_host->resource_module);
   ConfigDialog(&*g_identity).Show();
-  platform::InstallResourceModule(before);
 }
 
 }  // namespace pelix

@@ -3,14 +3,12 @@
 #include <algorithm>
 #include <cstdlib>
 #include <ctime>
-#include <exception>
 #include <memory>
 #include <new>
 
 #include "drive/drive_identity.h"
 #include "drive/host_services.h"
-#include "listwin/list_window.h"
-#include "records/record_source.h"
+#include "reports/report_frame.h"
 #include "ui/config_dialog.h"
 #include "ui/menu_layout.h"
 #include "ui/requests.h"
@@ -21,7 +19,6 @@ namespace {
 
 constexpr int kImageListGrowth = 4;
 
-constexpr char kNoMemory[] = "There is not enough memory for this.";
 constexpr char kUnsupported[] =
     "PELIX doesn't support this model,\nbecause this drive has unknown firmware revision prefix.\nBut if you know "
     "which "
@@ -31,7 +28,7 @@ constexpr char kUnsupportedCommonHeader[] =
     "prefix.\nBut if you know which kind of model this drive is similar with,\nyou can enter model name on PELIX "
     "Configuration dialog box.";
 
-void ShowList(const ActionEntry& action, std::span<const char> text, std::size_t lines) {
+ListPlan PlanOf(const ActionEntry& action) {
   ListPlan plan;
   plan.x = static_cast<int>(action.x);
   plan.y = static_cast<int>(action.y);
@@ -39,8 +36,7 @@ void ShowList(const ActionEntry& action, std::span<const char> text, std::size_t
   plan.width = action.line_width;
   plan.caption = action.title;
   plan.footer = "F9:Save";
-  ListWindow window(plan, MakeBlockBody(text, lines));
-  window.Show();
+  return plan;
 }
 
 }  // namespace
@@ -137,17 +133,19 @@ const ActionEntry* MainWindow::ActionOf(Item item) const {
 }
 
 void MainWindow::OnActivate() {
-  try {
-    const Item item = SelectedItem();
-    if (item == nullptr) return;
-    const ActionEntry* action = ActionOf(item);
-    if (action == nullptr) return ToggleExpansion(item);
-    const void* before = platform::ThreadMainWindow();
-    RunAction(ActionEntry(*action));  // a copy: the configuration dialog rebuilds the table
-    if (before != nullptr && platform::ThreadMainWindow() == before) TakeFocus();
-  } catch (const std::exception&) {
-    ShowMessage(kNoMemory);
-  }
+  Guarded([this] { ActivateSelected(); });
+}
+
+void MainWindow::ActivateSelected() {
+  const Item item = SelectedItem();
+  if (item == nullptr) return;
+  const ActionEntry* action = ActionOf(item);
+  if (action == nullptr) return ToggleExpansion(item);
+  const void* before = platform::ThreadMainWindow();
+  // This window may be gone when the action returns: the host may destroy it while a modal window is open.
+  const std::weak_ptr<bool> alive = alive_;
+  RunAction(ActionEntry(*action));  // a copy: the configuration dialog rebuilds the table
+  if (!alive.expired() && before != nullptr && platform::ThreadMainWindow() == before) TakeFocus();
 }
 
 bool ActionEntry::HasHandler() const {
@@ -176,31 +174,30 @@ bool MainWindow::RunAction(const ActionEntry& action) {
 }
 
 void MainWindow::RunRecordReport(const ActionEntry& action) {
-  if (!Identify(&*g_identity, true)) return;
-  const Record record = g_records->FetchRecord(RecordName(action.record));
+  const Record record = FetchReportRecord(action.record);
   if (!record) return;
   if (action.kind == ActionKind::kGrowingReport) {
     ReportText text;
     if (text.Begin(kGrowingTextBytes) != 0) return;
     action.growing(&text, record.View());
     text.Finish();
-    return ShowList(action, text.Text(), text.Lines());
+    if (!text.Failed()) ShowReport(PlanOf(action), text.Text(), text.Lines());
+    return;
   }
   const std::unique_ptr<char[]> text(new (std::nothrow) char[kFixedTextBytes]());
   if (text == nullptr) return;
   const int lines = action.fixed(record.View(), text.get());
-  if (lines >= 0) ShowList(action, {text.get(), kFixedTextBytes}, static_cast<std::size_t>(lines));
+  if (lines >= 0) ShowReport(PlanOf(action), {text.get(), kFixedTextBytes}, static_cast<std::size_t>(lines));
 }
 
 std::intptr_t MainWindow::OnMessage(unsigned message, std::uintptr_t first, std::uintptr_t second) {
   if (message != kRequestMessage) return 0;
-  try {
+  bool done = false;
+  Guarded([&] {
     const SwitchScope working(&busy_, true);
-    return RunRequest(first, *reinterpret_cast<const RequestBlock*>(second)) ? 0 : kRequestFailed;
-  } catch (const std::exception&) {
-    ShowMessage(kNoMemory);
-    return kRequestFailed;
-  }
+    done = RunRequest(first, *reinterpret_cast<const RequestBlock*>(second));
+  });
+  return done ? 0 : kRequestFailed;
 }
 
 }  // namespace pelix

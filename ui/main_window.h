@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <memory>
 #include <vector>
 
 #include "platform/process_wide.h"
@@ -52,6 +53,7 @@ class MainWindow : public platform::TreeControl {
   void OnActivate() override;
   std::intptr_t OnMessage(unsigned message, std::uintptr_t first, std::uintptr_t second) override;
 
+  void ActivateSelected();
   Item AddEntry(const ActionEntry& entry, Item parent, int icon);
   void ClearMenu();
   int IconIndex(int resource_id);
@@ -62,6 +64,7 @@ class MainWindow : public platform::TreeControl {
   platform::ImageList images_;
   std::vector<int> icon_ids_;  // resource id of every image, by its position
   bool busy_ = false;
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);  // gone with this object
 };
 
 inline platform::ProcessWide<MainWindow> g_main_window;

@@ -3,7 +3,7 @@
 
 namespace pelix {
 
-// Says so: in a message box, or in the script's file while a script takes the output.
+// Says so, unless nobody is there to see it: a script learns it from the result of its command.
 void ShowUnavailable();
 
 }  // namespace pelix

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
+#include <cstdlib>
 #include <dirent.h>
+#include <fcntl.h>
 #include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -41,6 +43,31 @@ bool SystemFileSize(std::FILE* file, std::uint64_t* size) {
 bool IsReplaceable(const std::string& path) {
   struct stat status;
   return stat(path.c_str(), &status) != 0 || S_ISREG(status.st_mode);
+}
+
+std::FILE* CreateBeside(const std::string& path, const char* mode, std::string* name) {
+  constexpr int kMostTries = 1000;
+  struct stat status;
+  const mode_t rights = stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : 0666;
+  for (int i = 0; i < kMostTries; ++i) {
+    *name = Format("%s.%d-%d.new", path.c_str(), static_cast<int>(getpid()), i);
+    const int file = open(name->c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, rights);
+    if (file < 0 && errno == EEXIST) continue;
+    if (file < 0) break;
+    if (rights != 0666) (void)!fchmod(file, rights);  // where it may not, the new file is the stricter one
+    return fdopen(file, mode);
+  }
+  name->clear();
+  return nullptr;
+}
+
+std::string WithoutLinks(const std::string& path) {
+  char target[PATH_MAX];
+  return realpath(path.c_str(), target) != nullptr ? target : path;
+}
+
+const char* LineEnd() {
+  return "\n";
 }
 
 bool RenameOver(const std::string& from, const std::string& to) {

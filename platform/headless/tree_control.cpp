@@ -122,8 +122,9 @@ void* ThreadMainWindow() {
 }
 
 automation::Outcome automation::ActivateItem(const std::string& path) {
-  if (headless::Desktop::Instance().trees.empty()) return Outcome::kNoTarget;
-  TreeControl& tree = *headless::Desktop::Instance().trees.back();
+  const headless::Desktop& desktop = headless::Desktop::Instance();
+  if (desktop.trees.empty() || !desktop.modals.empty()) return Outcome::kNoTarget;  // a modal window is in front
+  TreeControl& tree = *desktop.trees.back();
   void* item = FindTreeItem(tree.Walk(), path);
   if (item == nullptr) return Outcome::kNoTarget;
   tree.impl()->selected = static_cast<Node*>(item);

@@ -331,7 +331,7 @@ std::string ClipboardBlock() {
 
 Outcome ActivateItem(const std::string& path) {
   HWND tree = Tree();
-  if (tree == nullptr) return Outcome::kNoTarget;
+  if (tree == nullptr || Topmost() != nullptr) return Outcome::kNoTarget;  // a modal window is in front
   auto item = static_cast<HTREEITEM>(FindTreeItem(win32::WalkTree(tree), path));
   if (item == nullptr) return Outcome::kNoTarget;
   TreeView_SelectItem(tree, item);

@@ -1,9 +1,13 @@
 #include "platform/system_files.h"
 
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
 #include <io.h>
 #include <sys/stat.h>
 
 #include "platform/files.h"
+#include "platform/format.h"
 #include "platform/win32/windows_api.h"
 
 namespace platform {
@@ -52,6 +56,27 @@ bool IsReplaceable(const std::string& path) {
   if (file == INVALID_HANDLE_VALUE) return true;
   const OwnedHandle owned(file);
   return GetFileType(file) == FILE_TYPE_DISK;
+}
+
+std::FILE* CreateBeside(const std::string& path, const char* mode, std::string* name) {
+  constexpr int kMostTries = 1000;
+  const int text = std::strchr(mode, 'b') == nullptr ? _O_TEXT : _O_BINARY;
+  for (int i = 0; i < kMostTries; ++i) {
+    *name = Format("%s.%u-%d.new", path.c_str(), static_cast<unsigned>(GetCurrentProcessId()), i);
+    const int file = _open(name->c_str(), _O_WRONLY | _O_CREAT | _O_EXCL | text, _S_IREAD | _S_IWRITE);
+    if (file >= 0) return _fdopen(file, mode);
+    if (errno != EEXIST) break;
+  }
+  name->clear();
+  return nullptr;
+}
+
+std::string WithoutLinks(const std::string& path) {
+  return path;
+}
+
+const char* LineEnd() {
+  return "\r\n";
 }
 
 bool RenameOver(const std::string& from, const std::string& to) {

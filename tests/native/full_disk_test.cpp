@@ -18,6 +18,20 @@ TEST(Files, AFullDiskShows) {
   EXPECT_FALSE(nowhere.Open("/proc/nowhere/list.txt", "w"));
 }
 
+TEST(Files, AReplacementKeepsRightsAndFollowsLinks) {
+  const EmptyFolder folder;
+  WriteBytes("real.txt", {'x'});
+  std::filesystem::permissions("real.txt", std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+  std::filesystem::create_symlink("real.txt", "link.txt");
+  platform::ReplacingFile file;
+  ASSERT_TRUE(file.Open("link.txt", "w"));
+  EXPECT_TRUE(file.Write("new") && file.Commit());
+  EXPECT_TRUE(std::filesystem::is_symlink("link.txt"));
+  EXPECT_EQ(ReadText("real.txt"), "new");
+  EXPECT_EQ(std::filesystem::status("real.txt").permissions(),
+            std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+}
+
 class FullDiskTest : public RecordSourceTest {};
 
 TEST_F(FullDiskTest, TheFirstRecordThatCannotBeWrittenEndsACopy) {

@@ -214,10 +214,10 @@ TEST_F(IdentifyTest, TheIdentifyFileIsUsedForTheOtherModes) {
 
 TEST_F(IdentifyTest, WithoutMcfsTheDirectoryIsForgotten) {
   ASSERT_TRUE(Identify(&identity(), true));
-  EXPECT_TRUE(records().HasDirectory());
+  EXPECT_NE(records().directory(), nullptr);
   identity().use_mcfs = false;
   EXPECT_TRUE(Identify(&identity(), true));
-  EXPECT_FALSE(records().HasDirectory());
+  EXPECT_EQ(records().directory(), nullptr);
   EXPECT_EQ(identity().header_flags, 0);
 }
 
@@ -244,6 +244,58 @@ TEST_F(HostServicesTest, TheBracketClearsAndRestoresItsBits) {
         request.flags |= 0x100;
       }
       EXPECT_EQ(request.flags, before | other | 0x100);
+    }
+  }
+}
+
+TEST_F(HostServicesTest, EveryCommandIsIssuedInsideTheBracket) {
+  ASSERT_TRUE(Identify(&identity(), true));
+  standin::Host& host = standin::Host::Instance();
+  std::uint8_t sector[512] = {};
+  std::uint16_t word = 0;
+  const struct {
+    const char* command;
+    std::function<ECODE()> issue;
+  } cases[] = {
+      {"IDENTIFY", [] { return IdentifyDrive(g_host->work_buffers[0].get(), false); }},
+      {"MCFS_READRECORD", [&] { return ReadMcfsRecord(kFidFsi, 0, 1, sector); }},
+      {"PHRD",
+       [&] {
+         return ReadPhysical({0, 0, 1}, 1, sector);
+       }},
+      {"PHWR",
+       [&] {
+         return WritePhysical({30, 0, 1}, 1, sector);
+       }},
+      {"RDXW", [&] { return ReadExtendedWord(1, &word); }},
+      {"RESET", [] { return ResetDrive(); }},
+  };
+  for (const auto& c : cases) {
+    g_host->request->flags = kFlagBit1 | kFlagBit14 | 0x10;
+    const std::uint32_t before = host.call_count(c.command);
+    EXPECT_EQ(c.issue(), 0u) << c.command;
+    EXPECT_EQ(host.call_count(c.command), before + 1);
+    EXPECT_EQ(host.flags_at_last_call(), kFlagBit14 | 0x10) << c.command;
+    EXPECT_EQ(g_host->request->flags, kFlagBit1 | kFlagBit14 | 0x10) << c.command;
+  }
+}
+
+TEST_F(HostServicesTest, WhatIsWrittenOnADriveInAFolderStaysThere) {
+  std::string error;
+  ASSERT_TRUE(standin::WriteDriveFolder("drive", {40, false, 2}, &error)) << error;
+  EXPECT_FALSE(standin::WriteDriveFolder("drive", {40, false, 2}, &error)) << "it would be lost";
+  const std::vector<std::uint8_t> sector = RecordBytes(512).Pattern(0, 9).Get();
+  for (int round = 0; round < 2; ++round) {
+    Use({}, "drive");
+    ASSERT_TRUE(Identify(&identity(), true));
+    EXPECT_EQ(identity().model_index, 40);
+    std::vector<std::uint8_t> read(512);
+    for (const std::uint32_t cylinder : {30u, 4000u}) {
+      if (round == 0) {
+        EXPECT_EQ(WritePhysical({cylinder, 1, 17}, 1, sector.data()), 0u);
+      }
+      EXPECT_EQ(ReadPhysical({cylinder, 1, 17}, 1, read.data()), 0u);
+      EXPECT_EQ(read, sector);
     }
   }
 }

@@ -241,6 +241,17 @@ TEST_F(ListWindowTest, StreamsAreReadLineByLine) {
                          std::string(500, 'x') + "\n@mark@\nlast\n");
 }
 
+TEST_F(ListWindowTest, CopyingAStreamWaitsForAllOfIt) {
+  std::string text;
+  for (int i = 0; i < 100000; ++i) text += "x\n";
+  OpenStream(text);
+  ThenKey("Ctrl+C");
+  Show();
+  EXPECT_GE(platform::automation::ClipboardBlock().size(), 100002u * 503);
+  OpenStream(std::string(1000, 'y') + "\r\nz\r\n");
+  EXPECT_EQ(Saved(), "[List]\nHEAD\n" + std::string(1000, 'y') + "\nz\n");
+}
+
 TEST_F(ListWindowTest, OfAStreamTheLargerEndOfASelectionIsLeftOut) {
   OpenStream("a\nb\nc\nd\n");
   ThenKey("Down");

@@ -86,7 +86,13 @@ TEST(Files, AReplacementThatFailsLeavesTheOldFile) {
   EXPECT_TRUE(file.Write("new"));
   EXPECT_TRUE(file.Commit());
   EXPECT_EQ(ReadText("list.txt"), "new");
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator("."), {}), 1);
+  std::ofstream("list.txt.new") << "somebody else's";
+  ReplacingFile again;
+  ASSERT_TRUE(again.Open("list.txt", "w"));
+  EXPECT_TRUE(again.Write("newer") && again.Commit());
+  EXPECT_EQ(ReadText("list.txt"), "newer");
+  EXPECT_EQ(ReadText("list.txt.new"), "somebody else's");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator("."), {}), 2);
 }
 
 TEST(Files, NamesFromDataAreNeverDevices) {
@@ -103,9 +109,9 @@ TEST(Files, NamesFromDataAreNeverDevices) {
 TEST(Profile, ReadsOddFilesAndKeepsWhatIsNotItsOwn) {
   const EmptyFolder folder;
   const std::string long_line(65536, 'L');
-  std::ofstream("p.ini") << "; comment\n[Other]\nRPM=1\n"
-                         << long_line << "\n[pelix_cfg]\r\n rpm = 5400 \r\nNAME=\" q \"\n"
-                         << "BROKEN\nEMPTY=\nRPM=7200\nTEXT=abc\n\n[Last]\nRPM=9\n";
+  std::ofstream("p.ini", std::ios::binary) << "; comment\n[Other]\nRPM=1\n"
+                                           << long_line << "\n[pelix_cfg]\r\n rpm = 5400 \r\nNAME=\" q \"\n"
+                                           << "BROKEN\nEMPTY=\nRPM=7200\nTEXT=abc\n\n[Last]\nRPM=9\n";
   Profile profile;
   ASSERT_TRUE(profile.Load("P.INI"));
   EXPECT_EQ(profile.GetInt("PELIX_CFG", "RPM", 1), 5400);
@@ -125,7 +131,7 @@ TEST(Profile, ReadsOddFilesAndKeepsWhatIsNotItsOwn) {
   EXPECT_EQ(again.GetString("Fresh", "K", ""), " edge ");
   EXPECT_EQ(again.GetInt("Other", "RPM", 0), 1);
   EXPECT_EQ(again.GetInt("Last", "RPM", 0), 9);
-  EXPECT_NE(ReadText("p.ini").find(long_line), std::string::npos);
+  EXPECT_NE(ReadText("p.ini").find("\n" + long_line + "\n[pelix_cfg]\r\n"), std::string::npos) << "line for line";
   EXPECT_FALSE(Profile().Load("none.ini"));
 }
 

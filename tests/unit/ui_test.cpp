@@ -43,6 +43,27 @@ TEST_F(MainWindowTest, EveryMenuRowStandsInAFolderOfItsLayouts) {
   }
 }
 
+TEST_F(MainWindowTest, RowsCarryTheirIconsOptionsAndPlaces) {
+  const std::set<std::string> with_option = {
+      "IN-LINE",           "OFF-LINE",           "R/W CHANNEL TABLE", "R/W CHANNEL MATRIX",   "R/W CHANNEL MATRIX ALL",
+      "R/W PREAMP VALUES", "R/W CHANNEL VALUES", "R/W FIR VALUES",    "Save All Error Rates", "BPI CSM RESULT"};
+  bool visual = false;
+  for (const MenuRow& row : MenuRows()) {
+    SCOPED_TRACE(row.text);
+    const std::string text = row.text;
+    if (row.depth == 0) visual = text == "VISUAL TEST";
+    EXPECT_EQ(row.icon, visual && row.kind != MenuItemKind::kFolder ? 170 : 0);
+    const bool numbered = text.starts_with("Zone Error Rates") || text.starts_with("TPI LOG");
+    if (text == "BPI RESULT") continue;  // a folder and a leaf of that name
+    EXPECT_EQ(row.option, with_option.contains(text) || numbered ? 1u : 0u);
+    if (text != "PARAMETER MONITORING" || row.record == nullptr) continue;
+    const bool only_d = row.layouts == 1u << static_cast<unsigned>(MenuLayout::kD);
+    const bool only_c = row.layouts == 1u << static_cast<unsigned>(MenuLayout::kC);
+    EXPECT_EQ(row.visible_lines, only_d ? 60 : 40);
+    EXPECT_EQ(row.line_width, only_d ? 100 : only_c ? 60 : 80);
+  }
+}
+
 TEST_F(MainWindowTest, ModelsAndHeadersChooseTheirLayouts) {
   const struct {
     char layout;
@@ -192,6 +213,19 @@ TEST_F(MainWindowTest, RequestsWithoutAViewFail) {
     EXPECT_EQ(code, i);
   }
   EXPECT_FALSE(FindRequest("GET_DLIST_MAP ", &code));
+}
+
+TEST_F(MainWindowTest, SetContextKeepsWhatTheHostHands) {
+  TARN_VM_STRUCT other = {};
+  TARN_VM_STRUCT* before = g_host->request;
+  const HOST_CONTEXT context = {"DRIVE 7", &other, 1, 2, nullptr, 77};
+  PLUGIN_GetInfoStruct()->set_context(&context);
+  EXPECT_EQ(g_host->drive_label, "DRIVE 7");
+  EXPECT_EQ(g_host->request, &other);
+  EXPECT_EQ(g_host->vm->request, &other);
+  EXPECT_EQ(g_host->resource_module, 77u);
+  EXPECT_EQ(g_host->output, nullptr);
+  g_host->request = g_host->vm->request = before;
 }
 
 class ScriptCommandTest : public MainWindowTest {
