@@ -59,6 +59,7 @@ TEST_F(LibraryTest, TwoCreatesGiveOneWindow) {
   ASSERT_TRUE(again.Load(LibraryPath(), &error));
   const auto entry = reinterpret_cast<PluginEntry*>(again.Find(kPluginEntryName));
   CWnd parent = {};
+  parent.window = platform::automation::HostWindow();
   void* window = entry()->create(&parent);
   EXPECT_NE(window, nullptr);
   EXPECT_EQ(entry()->create(nullptr), window);

@@ -84,6 +84,13 @@ inline std::string ReadText(const std::string& path) {
   return platform::ReadWholeFile(path, 1u << 30, &content) ? content : "(no file)";
 }
 
+// A text file's content, whatever ends its lines.
+inline std::string ReadLines(const std::string& path) {
+  std::string text = ReadText(path);
+  std::erase(text, '\r');
+  return text;
+}
+
 inline void ForEachTruncation(platform::ByteView whole, const std::function<void(platform::ByteView)>& check) {
   for (std::size_t size = 0; size < whole.size(); ++size) check(platform::ByteView(whole.data(), size));
 }

@@ -327,7 +327,7 @@ TEST_F(ConfigurationTest, IsLoadedAtStartAndSavedAtTheEnd) {
   identity().display_serial_number = true;
   identity().spindle_speed = -7;
   Stop();
-  EXPECT_EQ(ReadText("test.ini"),
+  EXPECT_EQ(ReadLines("test.ini"),
             "[PELIX_CFG]\nMC_ACCESS=3\nMC_FILENAME=C:\\images\\a b.mcw\nUPDATE_RPM=1\nUPDATE_SERVO_EDGE=1\nUSE_MCFS=1\n"
             "UPDATE_MODEL=1\nUSE_MCFS_DIRECTORY=0\nDISPLAY_SN=1\nRPM=-7\nSERVO_EDGE=232\nMODEL_ID=29\n"
             "MCD_FILENAME=DEFAULT.MCD\n");

@@ -96,7 +96,7 @@ TEST_F(ListWindowTest, AnEmptyBodyIsOneLineThatSaysSo) {
   ThenKey("F11");
   window.Show();
   EXPECT_EQ(shown, "List\n>************************* Empty *************************\nF9:Save\n");
-  EXPECT_EQ(ReadText(SerialNumber() + "-0000.txt"),
+  EXPECT_EQ(ReadLines(SerialNumber() + "-0000.txt"),
             "[List]\n\n************************* Empty *************************\n");
 }
 
@@ -142,7 +142,7 @@ TEST_F(ListWindowTest, SelectionsAreSavedAndCopied) {
       saved += platform::Format("line %d\n", line);
       copied += platform::Format("line %d\r\n", line);
     }
-    EXPECT_EQ(ReadText("saved.txt"), saved) << c.first;
+    EXPECT_EQ(ReadLines("saved.txt"), saved) << c.first;
     const std::string block = platform::automation::ClipboardBlock();
     EXPECT_GE(block.size(), (12u + 2) * 503) << "the system may round it up";
     EXPECT_LE(block.size(), (12u + 2) * 503 + 64);
@@ -160,11 +160,11 @@ TEST_F(ListWindowTest, SavingAsksBeforeItOverwritesAndTellsWhenItFails) {
   QueueAnswer(AnswerKind::kText, "old.txt");
   QueueAnswer(AnswerKind::kNo, "");
   ThenKey("F9");
-  Then([] { EXPECT_EQ(ReadText("old.txt"), "old"); });
+  Then([] { EXPECT_EQ(ReadLines("old.txt"), "old"); });
   QueueAnswer(AnswerKind::kText, "old.txt");
   QueueAnswer(AnswerKind::kYes, "");
   ThenKey("F9");
-  Then([] { EXPECT_EQ(ReadText("old.txt"), "[List]\nHEAD\nline 0\nline 1\n"); });
+  Then([] { EXPECT_EQ(ReadLines("old.txt"), "[List]\nHEAD\nline 0\nline 1\n"); });
   QueueAnswer(AnswerKind::kCancel, "");
   ThenKey("F9");
   Show();
@@ -216,7 +216,7 @@ TEST_F(ListWindowTest, AScriptTakesTheListInsteadOfTheScreen) {
   Show();
   g_script_output = nullptr;
   EXPECT_TRUE(file.Close());
-  EXPECT_EQ(ReadText("out.txt"), "[List]\nHEAD\nline 0\nline 1\n");
+  EXPECT_EQ(ReadLines("out.txt"), "[List]\nHEAD\nline 0\nline 1\n");
 }
 
 TEST_F(ListWindowTest, ABlockThatEndsEarlyHasFewerLines) {
@@ -259,7 +259,7 @@ TEST_F(ListWindowTest, OfAStreamTheLargerEndOfASelectionIsLeftOut) {
   ThenKey("Shift+Down");
   ThenKey("F11");
   Show();
-  EXPECT_EQ(ReadText(SerialNumber() + "-0000.txt"), "[List]\nHEAD\nb\nc\n");
+  EXPECT_EQ(ReadLines(SerialNumber() + "-0000.txt"), "[List]\nHEAD\nb\nc\n");
 }
 
 TEST_F(ListWindowTest, ManyLinesAreFoundAgain) {

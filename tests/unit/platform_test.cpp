@@ -60,8 +60,10 @@ TEST(Files, NamesMatchWhateverTheirCaseAndSeparators) {
   std::filesystem::create_directory("Data");
   std::ofstream("Data/VU_IDFY.bin") << "x";
   EXPECT_TRUE(FileExists("data\\vu_idfy.BIN"));
-  EXPECT_EQ(SystemPath("DATA\\Vu_Idfy.Bin"), "Data/VU_IDFY.bin");
-  EXPECT_EQ(SystemPath("DATA\\new.txt"), "Data/new.txt");
+  File file = File::Open("DATA\\new.txt", "wb");
+  EXPECT_TRUE(file.Write("y") && file.Close());
+  EXPECT_EQ(ReadText("Data/NEW.TXT"), "y");
+  EXPECT_EQ(RemoveFile("data/New.txt"), RemoveResult::kRemoved);
   EXPECT_FALSE(FileExists("Data\\other"));
   EXPECT_FALSE(File::Open("Data", "rb").IsOpen());
   EXPECT_EQ(RemoveFile("data\\none"), RemoveResult::kAbsent);

@@ -15,6 +15,7 @@ class MainWindowTest : public PluginTest {
  protected:
   MainWindow& MakeWindow() {
     CWnd parent = {};
+    parent.window = platform::automation::HostWindow();
     PLUGIN_GetInfoStruct()->create(&parent);
     return *g_main_window;
   }
