@@ -37,7 +37,9 @@ def picture(x, y):
 def icon(pixel):
     rows = b"".join(struct.pack("4B", b, g, r, a) for y in reversed(range(SIZE)) for x in range(SIZE)
                     for r, g, b, a in [pixel(x, y)])
-    mask = bytes(SIZE * 4)
+    # One bit a pixel, set where nothing is drawn, rows of four bytes.
+    mask = b"".join(struct.pack(">I", sum((pixel(x, y)[3] == 0) << (31 - x) for x in range(SIZE)))
+                    for y in reversed(range(SIZE)))
     image = struct.pack("<IiiHHIIiiII", 40, SIZE, 2 * SIZE, 1, 32, 0, len(rows) + len(mask), 0, 0, 0, 0) + rows + mask
     return struct.pack("<HHHBBBBHHII", 0, 1, 1, SIZE, SIZE, 0, 0, 1, 32, len(image), 22) + image
 

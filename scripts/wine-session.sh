@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# usage: wine-session.sh COMMAND... — runs a command in a Wine session of its own: a fresh prefix, a virtual display (or
-# the one that PELIX_DISPLAY names), a server; all gone at the end.
+# usage: wine-session.sh COMMAND... — runs a command in a Wine session of its own: a fresh prefix, a virtual display of
+# PELIX_DPI dots an inch (or the display that PELIX_DISPLAY names), a server; all gone at the end.
 set -u
 here=$(realpath "$(dirname "$0")")
 . "$here/windows-env.sh"
@@ -27,6 +27,12 @@ else
   [ -s "$session/display" ] || { echo "wine-session: no virtual display" >&2; cat "$session/xvfb.log" >&2; exit 1; }
   DISPLAY=:$(cat "$session/display")
   export DISPLAY
+fi
+if [ "${PELIX_DPI:-96}" != 96 ]; then
+  LD_LIBRARY_PATH=$wine_libraries timeout 60 "$wine_root/usr/lib/wine/wine" \
+    reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$PELIX_DPI" /f >/dev/null
+  server -k
+  server -w
 fi
 server -p600 # keeps the server between programs: they start faster
 "$@"

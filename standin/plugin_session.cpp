@@ -38,8 +38,12 @@ bool PluginSession::Attach(const PLUGIN_INFO* info, void* window, void (*output)
   return true;
 }
 
-void PluginSession::Close() {
+void PluginSession::Destroy() {
   if (info_ != nullptr) info_->destroy();
+}
+
+void PluginSession::Close() {
+  Destroy();
   info_ = nullptr;
   library_.Unload();
 }

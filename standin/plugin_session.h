@@ -20,6 +20,9 @@ class PluginSession {
   bool Open(const std::string& path, void* window, void (*output)(const char*), std::string* error);
   // The same for a plug-in that is part of this program.
   bool Attach(const PLUGIN_INFO* info, void* window, void (*output)(const char*), std::string* error);
+  // Has the plug-in close its windows and drop its main one; a call into it may still be under way.
+  void Destroy();
+  // Destroy, and the library unloaded.
   void Close();
 
   // The command of that name, null when the plug-in has none.

@@ -1,10 +1,10 @@
 #include "standin/statements.h"
 
-#include <cstdio>
 #include <cstring>
 
 #include "platform/format.h"
 #include "standin/host.h"
+#include "standin/output.h"
 
 namespace standin {
 
@@ -12,11 +12,6 @@ using platform::Format;
 using platform::automation::AnswerKind;
 using platform::automation::Outcome;
 namespace automation = platform::automation;
-
-void Complain(const std::string& text) {
-  std::fflush(stdout);
-  std::fprintf(stderr, "wtarn: %s\n", text.c_str());
-}
 
 const StatementRunner::Statement StatementRunner::kStatements[] = {
     {"run", "", &StatementRunner::Run},
@@ -187,15 +182,15 @@ void StatementRunner::Run(const Tokens&) {
 void StatementRunner::Tree(const Tokens&) {
   MakeSureItRan();
   std::string text;
-  if (Succeeded(automation::TreeText(&text), "tree")) std::fputs(text.c_str(), stdout);
+  if (Succeeded(automation::TreeText(&text), "tree")) Print(text);
 }
 
 void StatementRunner::Geometry(const Tokens&) {
   const DriveGeometry& geometry = Host::Instance().identified_geometry;
   for (std::uint32_t i = 0; i < geometry.rows.size(); ++i) {
     const ZoneRow& row = geometry.rows[i];
-    std::printf("%u %u %u %u %u\n", i / geometry.zones, i % geometry.zones, row.first_cylinder, row.last_cylinder,
-                static_cast<unsigned>(row.sectors));
+    Print(Format("%u %u %u %u %u\n", i / geometry.zones, i % geometry.zones, row.first_cylinder, row.last_cylinder,
+                 static_cast<unsigned>(row.sectors)));
   }
 }
 
@@ -207,7 +202,7 @@ void StatementRunner::Skew(const Tokens& arguments) {
     Succeeded(Outcome::kNoTarget, "skew: the drive has no such track");
     return;
   }
-  std::printf("%u\n", geometry.Skew(head, cylinder));
+  Print(Format("%u\n", geometry.Skew(head, cylinder)));
 }
 
 void StatementRunner::Activate(const Tokens& arguments) {
@@ -261,12 +256,12 @@ void StatementRunner::Click(const Tokens& arguments) {
 void StatementRunner::Get(const Tokens& arguments) {
   std::string text;
   const Outcome outcome = automation::GetControl(arguments[0].number, &text);
-  if (Succeeded(outcome, Format("get %d", arguments[0].number))) std::printf("%s\n", text.c_str());
+  if (Succeeded(outcome, Format("get %d", arguments[0].number))) Print(text + "\n");
 }
 
 void StatementRunner::Show(const Tokens&) {
   std::string text;
-  if (Succeeded(automation::Show(&text), "show")) std::fputs(text.c_str(), stdout);
+  if (Succeeded(automation::Show(&text), "show")) Print(text);
 }
 
 void StatementRunner::Picture(const Tokens& arguments) {

@@ -14,9 +14,6 @@ namespace standin {
 inline constexpr int kNoTargetResult = 9;
 inline constexpr int kUsageStatus = 64;
 
-// Writes a diagnostic to standard error, behind what stands on standard output by then.
-void Complain(const std::string& text);
-
 class StatementRunner {
  public:
   StatementRunner(PluginSession* session, StatementSource* source) : session_(*session), source_(*source) {}

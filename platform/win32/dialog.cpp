@@ -65,7 +65,7 @@ int Dialog::RunModal(int resource_id, const char* title, std::span<const Control
   impl_->title = title;
   impl_->controls = controls;
   impl_->events = events;
-  const INT_PTR result = win32::RunDialog(ModuleWithDialog(resource_id), resource_id, Impl::Procedure,
+  const INT_PTR result = win32::RunDialog(ModuleWithDialog(resource_id), resource_id, win32::Sealed<Impl::Procedure>,
                                           reinterpret_cast<LPARAM>(impl_.get()));
   impl_->window = nullptr;
   return result <= 0 ? kDialogCancel : static_cast<int>(result);

@@ -72,8 +72,8 @@ bool AskFile(const FileDialog& dialog, BOOL(WINAPI* ask)(LPOPENFILENAMEA), std::
 
 bool AskText(const std::string& title, std::size_t longest, std::string* value) {
   Prompt prompt = {title.c_str(), longest, *value};
-  const INT_PTR result =
-      win32::RunDialog(win32::ThisModule(), win32::kPromptDialog, PromptProcedure, reinterpret_cast<LPARAM>(&prompt));
+  const INT_PTR result = win32::RunDialog(win32::ThisModule(), win32::kPromptDialog, win32::Sealed<PromptProcedure>,
+                                          reinterpret_cast<LPARAM>(&prompt));
   if (result == IDOK) *value = prompt.value;
   return result == IDOK;
 }

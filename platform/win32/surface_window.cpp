@@ -1,5 +1,6 @@
 #include "platform/surface_window.h"
 
+#include <atomic>
 #include <optional>
 #include <vector>
 
@@ -15,7 +16,7 @@ struct SurfaceWindow::Impl {
   int width = 0;
   int height = 0;
   std::vector<std::uint32_t> pixels;
-  HWND window = nullptr;
+  std::atomic<HWND> window = nullptr;  // workers ask for repainting
   bool done = false;
 };
 
@@ -45,25 +46,23 @@ LRESULT CALLBACK SurfaceWindow::Impl::Procedure(HWND window, UINT message, WPARA
 }
 
 void SurfaceWindow::Impl::Paint() {
+  const win32::Painting painting(window);  // before the copy: what is drawn after it is painted once more
   client->CopyPixels(pixels.data());
-  PAINTSTRUCT paint;
-  HDC context = BeginPaint(window, &paint);
   BITMAPINFO format = {};
   format.bmiHeader.biSize = sizeof format.bmiHeader;
   format.bmiHeader.biWidth = width;
   format.bmiHeader.biHeight = -height;  // top row first
   format.bmiHeader.biPlanes = 1;
   format.bmiHeader.biBitCount = 32;
-  SetDIBitsToDevice(context, 0, 0, static_cast<DWORD>(width), static_cast<DWORD>(height), 0, 0, 0,
+  SetDIBitsToDevice(painting.context(), 0, 0, static_cast<DWORD>(width), static_cast<DWORD>(height), 0, 0, 0,
                     static_cast<UINT>(height), pixels.data(), &format, DIB_RGB_COLORS);
-  EndPaint(window, &paint);
 }
 
 SurfaceWindow::SurfaceWindow() : impl_(std::make_unique<Impl>()) {}
 SurfaceWindow::~SurfaceWindow() = default;
 
 bool SurfaceWindow::RunModal(const std::string& caption, int width, int height, SurfaceWindowClient* client) {
-  const win32::WindowClass window_class(win32::kSurfaceClass, Impl::Procedure, 0, nullptr);
+  const win32::WindowClass window_class(win32::kSurfaceClass, win32::Sealed<Impl::Procedure>, 0, nullptr);
   constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU;
   impl_->client = client;
   impl_->width = width;
@@ -96,7 +95,8 @@ void SurfaceWindow::Close() {
 }
 
 void SurfaceWindow::Repaint() {
-  if (impl_->window != nullptr) InvalidateRect(impl_->window, nullptr, FALSE);
+  HWND window = impl_->window;
+  if (window != nullptr) InvalidateRect(window, nullptr, FALSE);
 }
 
 }  // namespace platform

@@ -12,32 +12,11 @@ namespace {
 using win32::OwnedBrush;
 using win32::OwnedFont;
 
-constexpr int kFontPoints = 10;
 constexpr COLORREF kNormalText = RGB(0, 0, 0);
 constexpr COLORREF kCurrentText = RGB(0, 0, 255);
 constexpr COLORREF kBackground = RGB(255, 255, 255);
 constexpr COLORREF kSelectedBackground = RGB(204, 224, 255);
 constexpr COLORREF kHighlight = RGB(255, 255, 0);
-
-// A device context of the screen while the object lives.
-class ScreenContext {
- public:
-  ScreenContext() : context_(GetDC(nullptr)) {}
-  ~ScreenContext() { ReleaseDC(nullptr, context_); }
-  ScreenContext(const ScreenContext&) = delete;
-  ScreenContext& operator=(const ScreenContext&) = delete;
-  HDC get() const { return context_; }
-
- private:
-  HDC context_;
-};
-
-OwnedFont MakeListFont() {
-  const ScreenContext screen;
-  const int height = -MulDiv(kFontPoints, GetDeviceCaps(screen.get(), LOGPIXELSY), 72);
-  return OwnedFont(CreateFontA(height, 0, 0, 0, FW_NORMAL, 0, 0, 0, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
-                               CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, FIXED_PITCH | FF_MODERN, "FixedSys"));
-}
 
 }  // namespace
 
@@ -46,7 +25,8 @@ struct TextWindow::Impl {
   static LRESULT CALLBACK BodyProcedure(HWND window, UINT message, WPARAM first, LPARAM second);
 
   bool Open(const std::string& system_item);
-  HWND AddBlock(const std::string& text, int id, int top, int lines);
+  HWND AddBlock(const std::string& text, int id);
+  void Arrange();
   LRESULT OnBody(UINT message, WPARAM first, LPARAM second, bool* handled);
   void Paint();
   void PaintRow(HDC context, int row);
@@ -75,6 +55,16 @@ LRESULT CALLBACK TextWindow::Impl::FrameProcedure(HWND window, UINT message, WPA
     case WM_SETFOCUS:
       SetFocus(impl->body);
       return 0;
+    case WM_SIZE:
+      impl->Arrange();
+      return 0;
+    case WM_GETMINMAXINFO: {
+      // It can be made wider for long lines; how many lines it shows is fixed.
+      auto* limits = reinterpret_cast<MINMAXINFO*>(second);
+      limits->ptMinTrackSize.y = impl->shape.height;
+      limits->ptMaxTrackSize.y = impl->shape.height;
+      return 0;
+    }
     case WM_CLOSE:
       impl->done = true;
       return 0;
@@ -198,9 +188,9 @@ void TextWindow::Impl::PaintRow(HDC context, int row) {
 }
 
 void TextWindow::Impl::Paint() {
-  PAINTSTRUCT paint;
-  HDC context = BeginPaint(body, &paint);
-  const HGDIOBJ before = SelectObject(context, font.get());
+  const win32::Painting painting(body);
+  HDC context = painting.context();
+  const win32::Selected font_selected(context, font.get());
   for (int row = 0; row < shape.body_rows; ++row) PaintRow(context, row);
   RECT area;
   GetClientRect(body, &area);
@@ -209,41 +199,44 @@ void TextWindow::Impl::Paint() {
   const RECT below = {0, shape.body_rows * metrics.line_height + 1, area.right, area.bottom};
   FillRect(context, &above, background.get());
   FillRect(context, &below, background.get());
-  SelectObject(context, before);
-  EndPaint(body, &paint);
 }
 
-HWND TextWindow::Impl::AddBlock(const std::string& text, int id, int top, int lines) {
-  RECT area;
-  GetClientRect(frame, &area);
-  HWND block = CreateWindowExA(0, "STATIC", text.c_str(), WS_CHILD | WS_VISIBLE | SS_LEFTNOWORDWRAP | SS_NOPREFIX, 0,
-                               top, area.right, lines * metrics.line_height, frame,
-                               reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), win32::ThisModule(), nullptr);
+HWND TextWindow::Impl::AddBlock(const std::string& text, int id) {
+  HWND block =
+      CreateWindowExA(0, "STATIC", text.c_str(), WS_CHILD | WS_VISIBLE | SS_LEFTNOWORDWRAP | SS_NOPREFIX, 0, 0, 0, 0,
+                      frame, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), win32::ThisModule(), nullptr);
   SendMessageA(block, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), 0);
   return block;
 }
 
+// Header at the top, footer at the bottom, the body between them.
+void TextWindow::Impl::Arrange() {
+  RECT area;
+  GetClientRect(frame, &area);
+  const int header_height = shape.header_lines * metrics.line_height;
+  const int footer_height = shape.footer_lines * metrics.line_height;
+  const int body_height = area.bottom - header_height - footer_height;
+  MoveWindow(GetDlgItem(frame, win32::kHeaderId), 0, 0, area.right, header_height, TRUE);
+  MoveWindow(GetDlgItem(frame, win32::kBodyId), 0, header_height, area.right, body_height, TRUE);
+  MoveWindow(GetDlgItem(frame, win32::kFooterId), 0, area.bottom - footer_height, area.right, footer_height, TRUE);
+}
+
 bool TextWindow::Impl::Open(const std::string& system_item) {
-  frame = CreateWindowExA(WS_EX_DLGMODALFRAME, win32::kListClass, shape.caption.c_str(),
-                          WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN, shape.x, shape.y, shape.width,
-                          shape.height, win32::OwnerWindow(), nullptr, win32::ThisModule(), nullptr);
+  frame = CreateWindowExA(0, win32::kListClass, shape.caption.c_str(),
+                          WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN, shape.x, shape.y,
+                          shape.width, shape.height, win32::OwnerWindow(), nullptr, win32::ThisModule(), nullptr);
   if (frame == nullptr) return false;
   SetWindowLongPtrA(frame, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   InsertMenuA(GetSystemMenu(frame, FALSE), win32::kSystemItemPosition, MF_BYPOSITION | MF_STRING, win32::kSystemItem,
               system_item.c_str());
-  RECT area;
-  GetClientRect(frame, &area);
-  const int body_top = shape.header_lines * metrics.line_height;
-  const int footer_height = shape.footer_lines * metrics.line_height;
-  if (shape.header_lines > 0) AddBlock(shape.header, win32::kHeaderId, 0, shape.header_lines);
-  if (shape.footer_lines > 0) {
-    AddBlock(shape.footer, win32::kFooterId, area.bottom - footer_height, shape.footer_lines);
-  }
-  body = CreateWindowExA(0, win32::kListBodyClass, "", WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_TABSTOP, 0, body_top,
-                         area.right, area.bottom - body_top - footer_height, frame,
-                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(win32::kBodyId)), win32::ThisModule(), nullptr);
+  if (shape.header_lines > 0) AddBlock(shape.header, win32::kHeaderId);
+  if (shape.footer_lines > 0) AddBlock(shape.footer, win32::kFooterId);
+  body =
+      CreateWindowExA(0, win32::kListBodyClass, "", WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_TABSTOP, 0, 0, 0, 0, frame,
+                      reinterpret_cast<HMENU>(static_cast<INT_PTR>(win32::kBodyId)), win32::ThisModule(), nullptr);
   if (body == nullptr) return false;
   SetWindowLongPtrA(body, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  Arrange();
   return true;
 }
 
@@ -251,28 +244,27 @@ TextWindow::TextWindow() : impl_(std::make_unique<Impl>()) {}
 TextWindow::~TextWindow() = default;
 
 TextWindowMetrics TextWindow::Metrics() {
-  const OwnedFont font = MakeListFont();
-  const ScreenContext screen;
-  const HGDIOBJ before = SelectObject(screen.get(), font.get());
+  const OwnedFont font = win32::MakeFixedFont();
+  const win32::WindowContext screen(nullptr);
+  const win32::Selected font_selected(screen.get(), font.get());
   TEXTMETRICA text = {};
   GetTextMetricsA(screen.get(), &text);
-  SelectObject(screen.get(), before);
   return {.character_width = static_cast<int>(text.tmAveCharWidth),
           .line_height = static_cast<int>(text.tmHeight),
           .scroll_bar_width = GetSystemMetrics(SM_CXVSCROLL),
-          .side_edges = 2 * (GetSystemMetrics(SM_CXEDGE) + GetSystemMetrics(SM_CXFIXEDFRAME)),
-          .top_edges = 2 * (GetSystemMetrics(SM_CYEDGE) + GetSystemMetrics(SM_CYFIXEDFRAME)),
+          .side_edges = 2 * (GetSystemMetrics(SM_CXEDGE) + GetSystemMetrics(SM_CXSIZEFRAME)),
+          .top_edges = 2 * (GetSystemMetrics(SM_CYEDGE) + GetSystemMetrics(SM_CYSIZEFRAME)),
           .caption_height = GetSystemMetrics(SM_CYCAPTION)};
 }
 
 bool TextWindow::RunModal(const TextWindowShape& shape, const std::string& system_item, TextWindowClient* client) {
-  const win32::WindowClass frame_class(win32::kListClass, Impl::FrameProcedure, 0,
+  const win32::WindowClass frame_class(win32::kListClass, win32::Sealed<Impl::FrameProcedure>, 0,
                                        reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1));
-  const win32::WindowClass body_class(win32::kListBodyClass, Impl::BodyProcedure, CS_DBLCLKS, nullptr);
+  const win32::WindowClass body_class(win32::kListBodyClass, win32::Sealed<Impl::BodyProcedure>, CS_DBLCLKS, nullptr);
   impl_->shape = shape;
   impl_->client = client;
   impl_->metrics = Metrics();
-  impl_->font = MakeListFont();
+  impl_->font = win32::MakeFixedFont();
   impl_->done = false;
   HWND owner = win32::OwnerWindow();
   const bool opened = impl_->Open(system_item);

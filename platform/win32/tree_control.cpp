@@ -119,7 +119,7 @@ bool TreeControl::Create(void* parent, int control_id) {
   ++win32::OpenHandles();
   SetWindowLongPtrA(impl_->window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(impl_.get()));
   impl_->original = reinterpret_cast<WNDPROC>(
-      SetWindowLongPtrA(impl_->window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Impl::Procedure)));
+      SetWindowLongPtrA(impl_->window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(win32::Sealed<Impl::Procedure>)));
   return true;
 }
 

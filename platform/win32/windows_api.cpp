@@ -43,6 +43,14 @@ WindowClass::~WindowClass() {
   if (--ClassUsers()[name_] == 0) UnregisterClassA(name_, ThisModule());
 }
 
+OwnedFont MakeFixedFont() {
+  constexpr int kPoints = 10;
+  const WindowContext screen(nullptr);
+  const int height = -MulDiv(kPoints, GetDeviceCaps(screen.get(), LOGPIXELSY), 72);
+  return OwnedFont(CreateFontA(height, 0, 0, 0, FW_NORMAL, 0, 0, 0, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
+                               CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, FIXED_PITCH | FF_MODERN, "FixedSys"));
+}
+
 std::string WindowText(HWND window) {
   std::string text(static_cast<std::size_t>(GetWindowTextLengthA(window)) + 1, '\0');
   const int length = GetWindowTextA(window, text.data(), static_cast<int>(text.size()));
@@ -62,7 +70,8 @@ ModalScope::~ModalScope() {
 
 HWND OwnerWindow() {
   if (!Modals().empty()) return Modals().back().window;
-  return static_cast<HWND>(ThreadMainWindow());
+  HWND host = static_cast<HWND>(ThreadMainWindow());
+  return host != nullptr ? host : GetActiveWindow();  // a host program asks before there is a tree
 }
 
 namespace {
@@ -86,7 +95,7 @@ INT_PTR CALLBACK StartDialog(HWND window, UINT message, WPARAM first, LPARAM sec
 
 INT_PTR RunDialog(HINSTANCE module, int resource_id, DLGPROC procedure, LPARAM data) {
   DialogStart start = {procedure, data, std::nullopt};
-  return DialogBoxParamA(module, MAKEINTRESOURCEA(resource_id), OwnerWindow(), StartDialog,
+  return DialogBoxParamA(module, MAKEINTRESOURCEA(resource_id), OwnerWindow(), Sealed<StartDialog>,
                          reinterpret_cast<LPARAM>(&start));
 }
 

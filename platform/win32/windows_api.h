@@ -17,6 +17,7 @@
 // Windows first: the others need its types.
 #include <commctrl.h>
 #include <commdlg.h>
+#include <exception>
 #include <optional>
 #include <string>
 #include <utility>
@@ -82,6 +83,64 @@ class WindowClass {
  private:
   const char* name_;
 };
+
+// A window or dialog procedure out of which no exception gets into the system's frames. It can only be short of memory:
+// that is heard, and the message counts as handled.
+template <auto kProcedure>
+auto CALLBACK Sealed(HWND window, UINT message, WPARAM first, LPARAM second) {
+  using Result = decltype(kProcedure(window, message, first, second));
+  try {
+    return kProcedure(window, message, first, second);
+  } catch (const std::exception&) {
+    MessageBeep(MB_ICONHAND);
+    return Result{0};
+  }
+}
+
+// Painting a window: what was to be painted counts as painted when the object goes.
+class Painting {
+ public:
+  explicit Painting(HWND window) : window_(window), context_(BeginPaint(window, &paint_)) {}
+  ~Painting() { EndPaint(window_, &paint_); }
+  Painting(const Painting&) = delete;
+  Painting& operator=(const Painting&) = delete;
+  HDC context() const { return context_; }
+
+ private:
+  HWND window_;
+  PAINTSTRUCT paint_ = {};
+  HDC context_;
+};
+
+// A tool of a device context, put back when the object goes.
+class Selected {
+ public:
+  Selected(HDC context, HGDIOBJ tool) : context_(context), before_(SelectObject(context, tool)) {}
+  ~Selected() { SelectObject(context_, before_); }
+  Selected(const Selected&) = delete;
+  Selected& operator=(const Selected&) = delete;
+
+ private:
+  HDC context_;
+  HGDIOBJ before_;
+};
+
+// A device context of a window, or of the whole screen, while the object lives.
+class WindowContext {
+ public:
+  explicit WindowContext(HWND window) : window_(window), context_(GetDC(window)) {}
+  ~WindowContext() { ReleaseDC(window_, context_); }
+  WindowContext(const WindowContext&) = delete;
+  WindowContext& operator=(const WindowContext&) = delete;
+  HDC get() const { return context_; }
+
+ private:
+  HWND window_;
+  HDC context_;
+};
+
+// The font of lists and outputs: FixedSys, 10 points at the display's resolution.
+OwnedFont MakeFixedFont();
 
 // The whole text of a window or control.
 std::string WindowText(HWND window);
