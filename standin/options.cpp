@@ -1,10 +1,12 @@
 #include "standin/options.h"
 
 #include <CLI/CLI.hpp>
+#include <sstream>
 
 #include "platform/files.h"
 #include "platform/format.h"
 #include "platform/shared_library.h"
+#include "standin/output.h"
 #include "standin/statements.h"
 
 namespace standin {
@@ -90,7 +92,11 @@ bool ReadOptions(int argc, char** argv, Options* options, int* status) {
     }
     return true;
   } catch (const CLI::ParseError& error) {
-    *status = app.exit(error) == 0 ? 0 : kUsageStatus;
+    std::ostringstream asked_for;
+    std::ostringstream wrong;
+    *status = app.exit(error, asked_for, wrong) == 0 ? 0 : kUsageStatus;
+    if (!asked_for.str().empty()) Print(asked_for.str());
+    if (*status != 0) Complain(wrong.str().substr(0, wrong.str().find_last_not_of('\n') + 1));
     return false;
   }
 }

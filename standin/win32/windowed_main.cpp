@@ -88,7 +88,13 @@ int WindowedHost::Run(const Options& options) {
   return profile.Save(Host::Instance().profile()) ? 0 : kCannotRun;
 }
 
+// Before there is a frame, and for whoever started it without a console.
+void ShowText(const std::string& text) {
+  MessageBoxA(nullptr, text.c_str(), "wtarn", MB_OK);
+}
+
 int Main(int argc, char** argv) {
+  SetOutputSinks({ShowText, ShowText});
   Options options;
   int status = 0;
   if (!ReadOptions(argc, argv, &options, &status) || WroteDrive(options, &status)) return status;

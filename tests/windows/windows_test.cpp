@@ -1,5 +1,6 @@
 // What only real windows can show: their styles, controls, messages and what they leave behind.
 #include <atomic>
+#include <cstring>
 #include <fstream>
 #include <map>
 #include <mutex>
@@ -475,6 +476,51 @@ TEST_F(LibraryTest, LoadsAndUnloadsAHundredTimesAndLeavesNothing) {
     EXPECT_FALSE(GetClassInfoA(nullptr, win32::kListClass, &known)) << "a window class was left";
   }
   EXPECT_EQ(platform::CurrentFolder(), folder);
+}
+
+// By the places where a 32-bit host looks, not by our own declarations.
+TEST_F(LibraryTest, ItsRecordsLieWhereHostsReadThem) {
+  platform::SharedLibrary library;
+  std::string error;
+  ASSERT_TRUE(library.Load(LibraryPath(), &error)) << error;
+  const auto* info =
+      static_cast<const unsigned char*>(reinterpret_cast<const void* (*)()>(library.Find(kPluginEntryName))());
+  const auto word = [](const unsigned char* at) {
+    std::uint32_t value;
+    std::memcpy(&value, at, 4);
+    return value;
+  };
+  const auto text = [&](const unsigned char* at) { return std::string(reinterpret_cast<const char*>(word(at))); };
+  const auto in_library = [](std::uint32_t address) {
+    HMODULE module = nullptr;
+    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       reinterpret_cast<const char*>(address), &module);
+    return module == GetModuleHandleA("pelix.dll");
+  };
+  EXPECT_EQ(word(info), 3u);
+  EXPECT_EQ(text(info + 4), "PELIX(v6.05j)");
+  for (const int offset : {8, 12, 16, 20, 24}) EXPECT_TRUE(in_library(word(info + offset))) << offset;
+  const auto* row = reinterpret_cast<const unsigned char*>(word(info + 8));
+  std::string commands;
+  for (; word(row + 4) != 0; row += 20) {
+    commands += platform::Format("%s %x %u %u\n", text(row + 4).c_str(), word(row), word(row + 12), word(row + 16));
+    EXPECT_TRUE(in_library(word(row + 8))) << commands;
+  }
+  EXPECT_EQ(commands,
+            "pelixgetdata 30000 265 305\npelixstepmask 20000 265 304\npelixnewdatafile 10000 265 303\n"
+            "pelixnewgiffile 10000 265 303\npelixnewdatadir 0 265 302\n");
+  for (int offset = 0; offset < 20; offset += 4) EXPECT_EQ(word(row + offset), 0u);
+}
+
+TEST_F(LibraryTest, ItCarriesItsVersion) {
+  DWORD unused = 0;
+  std::vector<unsigned char> block(GetFileVersionInfoSizeA(LibraryPath().c_str(), &unused));
+  ASSERT_FALSE(block.empty());
+  ASSERT_TRUE(GetFileVersionInfoA(LibraryPath().c_str(), 0, static_cast<DWORD>(block.size()), block.data()));
+  void* text = nullptr;
+  UINT length = 0;
+  ASSERT_TRUE(VerQueryValueA(block.data(), "\\StringFileInfo\\040904E4\\FileVersion", &text, &length));
+  EXPECT_EQ(std::string(static_cast<const char*>(text)), "6.05j");
 }
 
 TEST_F(LibraryTest, TwoCreatesGiveOneTree) {
