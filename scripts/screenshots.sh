@@ -40,12 +40,15 @@ window() {
 click() { xdotool mousemove --window "$1" "$2" "$3" click 1; }
 take() { sleep 1 && import -window "$1" "$folder/$2.png"; }
 
-start -e 'activate "ANALYSIS"' -e 'pelixnewdatadir' -e 'pelixgetdata "ANALYSIS\CSC ERROR FLAG" "" ""' -e 'skew 5000 1'
+start -e 'pelixnewdatadir' -e 'pelixgetdata "ANALYSIS\CSC ERROR FLAG" "" ""' -e 'skew 5000 1' -e 'activate "ANALYSIS"'
 take "$(window wtarn)" main-window
 stop
 
 start -e 'activate "ANALYSIS\CSC ERROR FLAG"'
 list=$(window 'CSC Error Report')
+# As a user makes it wide enough: by its right side.
+eval "$(xdotool getwindowgeometry --shell "$list")"
+xdotool mousemove --window "$list" $((WIDTH - 2)) $((HEIGHT / 2)) mousedown 1 mousemove_relative $((WIDTH / 6)) 0 mouseup 1
 click "$list" 100 60
 xdotool key Down shift+Down shift+Down
 take "$list" report

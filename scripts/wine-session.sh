@@ -9,16 +9,27 @@ cp -a "$PELIX_WINE_DIR/prefix" "$session/prefix"
 export WINEPREFIX=$session/prefix WINEARCH=win32 WINEDEBUG=${WINEDEBUG--all}
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=;winedbg.exe="
 server() { LD_LIBRARY_PATH=$wine_libraries timeout 20 "$wine_root/usr/lib/wine/wineserver" "$@"; }
+set_key() { LD_LIBRARY_PATH=$wine_libraries timeout 60 "$wine_root/usr/lib/wine/wine" reg add "$@" /f >/dev/null; }
 display=
 cleanup() {
+  local status=$? process
   server -k >/dev/null 2>&1
   server -w >/dev/null 2>&1
   [ -n "$display" ] && kill "$display" 2>/dev/null && wait "$display" 2>/dev/null
+  unset WINEPREFIX # what runs below is none of the session's own
+  for process in $(grep -lsz "^WINEPREFIX=$session/" /proc/[0-9]*/environ | cut -d/ -f3); do
+    echo "wine-session: left running: $(tr '\0' ' ' <"/proc/$process/cmdline")" >&2
+    kill -9 "$process"
+    status=1
+  done
   rm -rf "$session"
+  exit $status
 }
 trap cleanup EXIT
 if [ -n "${PELIX_DISPLAY:-}" ]; then
   export DISPLAY=$PELIX_DISPLAY
+  # Somebody's desktop has a window manager.
+  set_key 'HKCU\Software\Wine\X11 Driver' /v Managed /d Y
 else
   Xvfb -displayfd 1 -screen 0 "${PELIX_SCREEN:-1280x1024x24}" -dpi "${PELIX_DPI:-96}" -nolisten tcp \
     >"$session/display" 2>"$session/xvfb.log" &
@@ -29,8 +40,7 @@ else
   export DISPLAY
 fi
 if [ "${PELIX_DPI:-96}" != 96 ]; then
-  LD_LIBRARY_PATH=$wine_libraries timeout 60 "$wine_root/usr/lib/wine/wine" \
-    reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$PELIX_DPI" /f >/dev/null
+  set_key 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$PELIX_DPI"
   server -k
   server -w
 fi

@@ -1,0 +1,11 @@
+# Lists the SHA-256 sums of everything that was installed, as sha256sum -c reads them.
+set(root "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}")
+file(REMOVE "${root}/SHA256SUMS")
+file(GLOB_RECURSE files RELATIVE "${root}" "${root}/*")
+list(SORT files)
+set(lines "")
+foreach(name ${files})
+  file(SHA256 "${root}/${name}" sum)
+  string(APPEND lines "${sum}  ${name}\n")
+endforeach()
+file(WRITE "${root}/SHA256SUMS" "${lines}")
