@@ -4,7 +4,7 @@
 set -eu
 here=$(realpath "$(dirname "$0")")
 "$here/need-packages.sh" g++-mingw-w64-i686-posix binutils-mingw-w64-i686 cmake ninja-build libcli11-dev googletest \
-  patchelf xvfb
+  dpkg-dev patchelf xvfb
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 prepare() { # WHAT WITHOUT_IT COMMAND...: a second try, for package servers have bad moments
