@@ -168,7 +168,7 @@ ECODE SimDrive::FormatFunction(std::uint32_t cylinder, std::uint32_t head, std::
   if (sectors == 0) return kNotFound;
   std::fill(buffer_.begin(), buffer_.end(), std::uint8_t{0});
   for (std::uint32_t sector = 1; sector <= std::min<std::size_t>(sectors, buffer_.size()); ++sector) {
-    for (std::uint32_t i = 0; i < function >> 8; ++i) {
+    for (std::uint32_t i = 0; i < (function >> 8 & 0xFF); ++i) {
       if (ReadFails(cylinder, head, sector)) ++buffer_[sector - 1];
     }
   }

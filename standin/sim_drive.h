@@ -40,7 +40,8 @@ class HOST_API SimDrive {
   ECODE WriteChannelRegister(std::uint32_t number, std::uint32_t value);
   ECODE ReadExtendedWord(std::uint32_t address, std::uint32_t* value);
   ECODE WriteExtendedWord(std::uint32_t address, std::uint32_t value);
-  void SetOfftrack(std::int32_t position) { offtrack_ = position; }
+  // In the drive's steps, a signed 16-bit number of them.
+  void SetOfftrack(std::int32_t position) { offtrack_ = static_cast<std::int16_t>(position); }
   void SetRetry(std::uint32_t count) { retry_ = count; }
   void SetSecondRetry(std::uint32_t value) { second_retry_ = value; }
   void SetCorrection(std::uint32_t level) { correction_ = level; }

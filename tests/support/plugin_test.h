@@ -86,6 +86,14 @@ class PluginTest : public testing::Test {
   static void ThenShow(std::string* text) {
     Then([text] { platform::automation::Show(text); });
   }
+  // What the window that the action opens shows; empty when it opens none.
+  static std::string ShownBy(const std::function<void()>& action) {
+    std::string text;
+    ThenShow(&text);
+    action();
+    events().clear();
+    return text;
+  }
 
   static std::vector<std::string>& messages() {
     static std::vector<std::string> list;

@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <fstream>
 
-#include "reports/report_text.h"
 #include "tests/support/plugin_test.h"
 
 namespace pelix {
@@ -305,31 +304,6 @@ TEST_F(ListWindowTest, IndexFilesAreBelievedOnlyWhenTheyCanBeTrue) {
 TEST_F(ListWindowTest, AnEmptyStreamIsAnEmptyList) {
   OpenStream("");
   EXPECT_EQ(Saved(), "[List]\nHEAD\n************************* Empty *************************\n");
-}
-
-TEST(ReportText, GrowsAndCountsLines) {
-  ReportText text;
-  ASSERT_EQ(text.Begin(1), 0);
-  EXPECT_EQ(std::string(text.Text().data()), " No Data");
-  std::string expected;
-  for (int i = 0; i < 1000; ++i) {
-    text.Add("%5d %s\n", i, "abc");
-    expected += platform::Format("%5d %s", i, "abc") + '\0';
-  }
-  text.Add("%s\n", std::string(5000, 'w').c_str());
-  expected += std::string(5000, 'w') + '\0';
-  text.Add("last");
-  text.Finish();
-  EXPECT_EQ(text.Lines(), 1002u);
-  EXPECT_EQ(std::string(text.Text().data(), text.Text().size()), expected + "last" + '\0');
-  EXPECT_FALSE(text.Failed());
-  text.Reset();
-  text.Add("\n\n");
-  text.Finish();
-  EXPECT_EQ(text.Lines(), 2u);
-  text.End();
-  text.Add("after the end");
-  EXPECT_EQ(std::string(text.Text().data()), " No Data");
 }
 
 }  // namespace
