@@ -23,7 +23,7 @@ struct Defect {
   std::uint8_t depth;  // how bad: 1 to 15
 };
 
-class DefectMap {
+class HOST_API DefectMap {
  public:
   DefectMap(const DriveGeometry& geometry, std::uint32_t model, std::uint32_t seed);
 

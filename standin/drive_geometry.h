@@ -22,9 +22,10 @@ struct ZoneRow {
 };
 
 // Sectors by which the first sector of a track of the zone lags.
-std::uint32_t TrackSkew(const ZoneRow& zone, std::uint32_t head, std::uint32_t cylinder);
+HOST_API std::uint32_t TrackSkew(const ZoneRow& zone, std::uint32_t head, std::uint32_t cylinder);
 // Physical sector, from 1, of a logical one on such a track.
-std::uint32_t PhysicalSector(const ZoneRow& zone, std::uint32_t head, std::uint32_t cylinder, std::uint32_t logical);
+HOST_API std::uint32_t PhysicalSector(const ZoneRow& zone, std::uint32_t head, std::uint32_t cylinder,
+                                      std::uint32_t logical);
 
 struct HOST_API DriveGeometry {
   std::uint32_t heads = 0;
@@ -40,6 +41,6 @@ struct HOST_API DriveGeometry {
   const ZoneRow* RowOf(std::int32_t head, std::int32_t cylinder) const { return Zone(head, ZoneOf(head, cylinder)); }
 };
 
-DriveGeometry MakeGeometry(std::uint32_t model, std::uint32_t seed);
+HOST_API DriveGeometry MakeGeometry(std::uint32_t model, std::uint32_t seed);
 
 }  // namespace standin
