@@ -20,13 +20,15 @@ namespace {
 constexpr int kImageListGrowth = 4;
 
 constexpr char kUnsupported[] =
-    "PELIX doesn't support this model,\nbecause this drive has unknown firmware revision prefix.\nBut if you know "
-    "which "
-    "kind of model this drive is similar with,\nyou can enter model name on PELIX Configuration dialog box.";
+    "PELIX doesn't support this model,\n"
+    "because this drive has unknown firmware revision prefix.\n"
+    "But if you know which kind of model this drive is similar with,\n"
+    "you can enter model name on PELIX Configuration dialog box.";
 constexpr char kUnsupportedCommonHeader[] =
-    "PELIX doesn't support this model on Common Header mode,\nbecause this drive has unknown firmware revision "
-    "prefix.\nBut if you know which kind of model this drive is similar with,\nyou can enter model name on PELIX "
-    "Configuration dialog box.";
+    "PELIX doesn't support this model on Common Header mode,\n"
+    "because this drive has unknown firmware revision prefix.\n"
+    "But if you know which kind of model this drive is similar with,\n"
+    "you can enter model name on PELIX Configuration dialog box.";
 
 ListPlan PlanOf(const ActionEntry& action) {
   ListPlan plan;
