@@ -36,8 +36,12 @@ std::int32_t Run() {
 }
 
 void Destroy() {
-  platform::CloseModalWindows();
-  g_main_window.Drop();
+  try {
+    platform::CloseModalWindows();
+    g_main_window.Drop();
+  } catch (const std::exception&) {
+    // What could not be told to close closes with the host's window.
+  }
 }
 
 void SetContext(const HOST_CONTEXT* context) {

@@ -41,6 +41,22 @@ ListPlan PlanOf(const ActionEntry& action) {
   return plan;
 }
 
+// The window is busy while the object lives, or for as long as there is a window.
+class BusyScope {
+ public:
+  explicit BusyScope(const std::shared_ptr<bool>& busy) : busy_(busy), before_(*busy) { *busy = true; }
+  ~BusyScope() {
+    if (const std::shared_ptr<bool> busy = busy_.lock()) *busy = before_;
+  }
+  BusyScope(const BusyScope&) = delete;
+  BusyScope& operator=(const BusyScope&) = delete;
+  bool WindowIsGone() const { return busy_.expired(); }
+
+ private:
+  std::weak_ptr<bool> busy_;
+  bool before_;
+};
+
 }  // namespace
 
 bool MainWindow::Initialise(void* parent_window) {
@@ -112,12 +128,13 @@ void MainWindow::ClearMenu() {
 }
 
 bool MainWindow::Run() {
-  const SwitchScope rebuilding(&busy_, true);
+  const BusyScope rebuilding(busy_);
   std::srand(static_cast<unsigned>(std::time(nullptr)));
   TakeFocus();
   ClearMenu();
   AddAction("PELIX Config", ShowConfigDialog, nullptr, 0, 0);
   Identify(&*g_identity, true);  // without a drive the menu is that of the configured model
+  if (rebuilding.WindowIsGone()) return false;
   const bool common_header = g_identity->UsesCommonHeader();
   const MenuLayout layout = ChooseLayout(g_identity->model_index, common_header);
   if (layout == MenuLayout::kNone) {
@@ -144,10 +161,9 @@ void MainWindow::ActivateSelected() {
   const ActionEntry* action = ActionOf(item);
   if (action == nullptr) return ToggleExpansion(item);
   const void* before = platform::ThreadMainWindow();
-  // This window may be gone when the action returns: the host may destroy it while a modal window is open.
-  const std::weak_ptr<bool> alive = alive_;
+  const std::weak_ptr<bool> window = busy_;
   RunAction(ActionEntry(*action));  // a copy: the configuration dialog rebuilds the table
-  if (!alive.expired() && before != nullptr && platform::ThreadMainWindow() == before) TakeFocus();
+  if (!window.expired() && before != nullptr && platform::ThreadMainWindow() == before) TakeFocus();
 }
 
 bool ActionEntry::HasHandler() const {
@@ -196,7 +212,7 @@ std::intptr_t MainWindow::OnMessage(unsigned message, std::uintptr_t first, std:
   if (message != kRequestMessage) return 0;
   bool done = false;
   Guarded([&] {
-    const SwitchScope working(&busy_, true);
+    const BusyScope working(busy_);
     done = RunRequest(first, *reinterpret_cast<const RequestBlock*>(second));
   });
   return done ? 0 : kRequestFailed;

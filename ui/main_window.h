@@ -47,7 +47,7 @@ class MainWindow : public platform::TreeControl {
 
   std::size_t action_count() const { return action_count_; }
   // While it is busy, list windows leave their key handlers alone.
-  bool IsBusy() const { return busy_; }
+  bool IsBusy() const { return *busy_; }
 
  private:
   void OnActivate() override;
@@ -63,8 +63,9 @@ class MainWindow : public platform::TreeControl {
   std::array<ActionEntry, kMostActions> actions_ = {};  // those beyond the count are not in use
   platform::ImageList images_;
   std::vector<int> icon_ids_;  // resource id of every image, by its position
-  bool busy_ = false;
-  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);  // gone with this object
+  // Gone with this object, which operations that show windows have to notice: whoever handles messages meanwhile may
+  // destroy it.
+  std::shared_ptr<bool> busy_ = std::make_shared<bool>(false);
 };
 
 inline platform::ProcessWide<MainWindow> g_main_window;

@@ -197,6 +197,22 @@ TEST_F(MainWindowTest, TheRunOperationKeepsBit14) {
   PLUGIN_GetInfoStruct()->destroy();
 }
 
+// A message box handles the host's messages, and what the user does with the host meanwhile may end the plug-in.
+TEST_F(MainWindowTest, TheHostMayDestroyWhileRunShowsAMessage) {
+  for (const char* fault : {"TASKFILE@1+", "IDENTIFY@1+"}) {
+    MakeWindow();
+    standin::Host::Instance().AddFault(fault);
+    platform::automation::SetMessageSink([](const std::string& text) {
+      messages().push_back(text);
+      PLUGIN_GetInfoStruct()->destroy();
+    });
+    EXPECT_EQ(PLUGIN_GetInfoStruct()->run(), 0);
+    EXPECT_FALSE(g_main_window);
+    standin::Host::Instance().ClearFaults();
+  }
+  EXPECT_EQ(messages(), (Messages{"DRIVE IS BUSY", "IDENTIFY COMMAND FAIL"}));
+}
+
 TEST_F(MainWindowTest, RequestsWithoutAViewFail) {
   MainWindow& window = MakeWindow();
   RequestBlock block = {};
@@ -226,6 +242,13 @@ TEST_F(MainWindowTest, SetContextKeepsWhatTheHostHands) {
   EXPECT_EQ(g_host->vm->request, &other);
   EXPECT_EQ(g_host->resource_module, 77u);
   EXPECT_EQ(g_host->output, nullptr);
+  g_host->request = g_host->vm->request = before;
+  const HOST_CONTEXT empty = {nullptr, nullptr, 0, 0, nullptr, 0};
+  PLUGIN_GetInfoStruct()->set_context(&empty);
+  EXPECT_EQ(g_host->drive_label, "");
+  MakeWindow();
+  EXPECT_EQ(PLUGIN_GetInfoStruct()->run(), 1) << "no drive: the menu of the configured model";
+  PLUGIN_GetInfoStruct()->set_context(nullptr);
   g_host->request = g_host->vm->request = before;
 }
 
@@ -263,6 +286,7 @@ TEST_F(ScriptCommandTest, CommandsSurviveMissingSymbolsAndWindows) {
   for (const PLUGIN_COMMAND* command = PLUGIN_GetInfoStruct()->commands; command->name != nullptr; ++command) {
     const std::int32_t result = command->handler(&vm);
     EXPECT_TRUE(result == 0 || result == 9) << command->name;
+    EXPECT_EQ(command->handler(nullptr), 9) << command->name;
   }
   standin::Host& host = standin::Host::Instance();
   host.SetArgument(1, "RUN_TET");
