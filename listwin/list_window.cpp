@@ -110,6 +110,7 @@ bool ListWindow::Show() {
   if (g_script_output != nullptr) {
     return WriteTo([](const std::string& text) { return g_script_output->Write(text); });
   }
+  topmost_ = false;
   return window_.RunModal(Layout(), kSetOnTop, this);
 }
 
@@ -231,7 +232,8 @@ void ListWindow::OnScroll(platform::ScrollAction action, int thumb_line) {
 
 void ListWindow::OnRowClick(int body_row, platform::RowClick click) {
   Guarded([&] {
-    MoveTo(top_ + static_cast<std::size_t>(std::max(body_row, 0)), click == platform::RowClick::kShiftClick);
+    const auto line = static_cast<std::ptrdiff_t>(top_) + body_row;
+    MoveTo(static_cast<std::size_t>(std::max<std::ptrdiff_t>(line, 0)), click == platform::RowClick::kShiftClick);
     if (click == platform::RowClick::kDoubleClick) CallHandler(kSlotDoubleClick);
     window_.Refresh(static_cast<int>(current_), static_cast<int>(body_->LineCount()));
   });

@@ -1,9 +1,13 @@
-// The plug-in's modal windows taken together.
+// The plug-in's windows taken together.
 #pragma once
 
 namespace platform {
 
-// Asks all of them to close, the topmost first. Each returns to whoever opened it as soon as its messages are handled.
+// Closes all of them, the topmost first: none is on the screen any more. Each returns to whoever opened it as soon as
+// the message at hand is handled.
 void CloseModalWindows();
+
+// Windows and system handles that this module owns now. Zero when all that it opened is closed.
+int CountOpenHandles();
 
 }  // namespace platform

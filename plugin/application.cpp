@@ -6,6 +6,7 @@
 #include "host/application.h"
 #include "listwin/list_window.h"
 #include "platform/library_entry.h"
+#include "platform/modal_windows.h"
 #include "plugin/script_commands.h"
 #include "records/record_source.h"
 #include "ui/main_window.h"
@@ -25,6 +26,7 @@ void StartUp() {
 void ShutDown() {
   if (!g_host) return;  // start-up had failed
   g_main_window.Drop();
+  if (const int open = platform::CountOpenHandles()) Output("PELIX leaves %d windows or handles open.\n", open);
   if (g_records && !SaveConfiguration(GetProfileFileName(), *g_identity)) {
     Output("cannot save the configuration to \"%s\".\n", GetProfileFileName());
   }

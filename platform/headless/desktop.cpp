@@ -57,6 +57,11 @@ void CloseModalWindows() {
   for (; !open.empty(); open.pop_back()) open.back()->Close();
 }
 
+int CountOpenHandles() {
+  const headless::Desktop& desktop = headless::Desktop::Instance();
+  return static_cast<int>(desktop.modals.size() + desktop.trees.size());
+}
+
 namespace automation {
 namespace {
 

@@ -1,6 +1,13 @@
+#include "platform/modal_windows.h"
 #include "platform/win32/windows_api.h"
 
-namespace platform::win32 {
+namespace platform {
+
+int CountOpenHandles() {
+  return win32::OpenHandles();
+}
+
+namespace win32 {
 
 int& OpenHandles() {
   static int count = 0;
@@ -14,4 +21,5 @@ HINSTANCE ThisModule() {
   return module;
 }
 
-}  // namespace platform::win32
+}  // namespace win32
+}  // namespace platform

@@ -6,7 +6,8 @@ namespace platform {
 
 int ShowMessageBox(const std::string& text, MessageStyle style) {
   const UINT buttons = style == MessageStyle::kYesNo ? MB_YESNO | MB_ICONQUESTION : MB_OK | MB_ICONEXCLAMATION;
-  return MessageBoxA(win32::OwnerWindow(), text.c_str(), "PELIX", buttons | MB_TASKMODAL);
+  const win32::SystemDialogScope open(style == MessageStyle::kYesNo ? IDNO : IDOK);
+  return MessageBoxA(open.owner(), text.c_str(), "PELIX", buttons | MB_TASKMODAL);
 }
 
 }  // namespace platform

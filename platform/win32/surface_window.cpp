@@ -1,10 +1,9 @@
 #include "platform/surface_window.h"
 
-#include <atomic>
 #include <optional>
 #include <vector>
 
-#include "platform/win32/windows_api.h"
+#include "platform/win32/modal_frame.h"
 
 namespace platform {
 
@@ -16,14 +15,17 @@ struct SurfaceWindow::Impl {
   int width = 0;
   int height = 0;
   std::vector<std::uint32_t> pixels;
-  std::atomic<HWND> window = nullptr;  // workers ask for repainting
-  bool done = false;
+  win32::ModalFrame frame;
 };
 
 LRESULT CALLBACK SurfaceWindow::Impl::Procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
-  auto* impl = reinterpret_cast<Impl*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+  auto* impl = win32::DataOf<Impl>(window);
   if (impl == nullptr) return DefWindowProcA(window, message, first, second);
+  if (impl->frame.OnMessage(message)) return 0;
   switch (message) {
+    case WM_SYSKEYDOWN:
+      if (first != VK_F10) break;
+      [[fallthrough]];
     case WM_KEYDOWN:
       if (const std::optional<KeyPress> press = win32::PressOf(first)) impl->client->OnKey(*press);
       return 0;
@@ -32,13 +34,6 @@ LRESULT CALLBACK SurfaceWindow::Impl::Procedure(HWND window, UINT message, WPARA
       return 0;
     case WM_ERASEBKGND:
       return 1;
-    case WM_CLOSE:
-      impl->done = true;
-      return 0;
-    case WM_DESTROY:
-      impl->done = true;
-      impl->window = nullptr;
-      break;
     default:
       break;
   }
@@ -46,7 +41,7 @@ LRESULT CALLBACK SurfaceWindow::Impl::Procedure(HWND window, UINT message, WPARA
 }
 
 void SurfaceWindow::Impl::Paint() {
-  const win32::Painting painting(window);  // before the copy: what is drawn after it is painted once more
+  const win32::Painting painting(frame.window());  // before the copy: what is drawn after it is painted once more
   client->CopyPixels(pixels.data());
   BITMAPINFO format = {};
   format.bmiHeader.biSize = sizeof format.bmiHeader;
@@ -68,34 +63,20 @@ bool SurfaceWindow::RunModal(const std::string& caption, int width, int height, 
   impl_->width = width;
   impl_->height = height;
   impl_->pixels.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), 0);
-  impl_->done = false;
   RECT area = {0, 0, width, height};
   AdjustWindowRect(&area, kStyle, FALSE);
-  HWND owner = win32::OwnerWindow();
-  impl_->window = CreateWindowExA(0, win32::kSurfaceClass, caption.c_str(), kStyle, 0, 0, area.right - area.left,
-                                  area.bottom - area.top, owner, nullptr, win32::ThisModule(), nullptr);
-  if (impl_->window == nullptr) return false;
-  SetWindowLongPtrA(impl_->window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(impl_.get()));
-  {
-    const win32::ModalScope modal(impl_->window, [](HWND window) { SendMessageA(window, WM_CLOSE, 0, 0); });
-    EnableWindow(owner, FALSE);
-    ShowWindow(impl_->window, SW_SHOW);
-    SetFocus(impl_->window);
-    win32::RunMessageLoop(impl_->done);
-    EnableWindow(owner, TRUE);
-  }
-  if (impl_->window != nullptr) DestroyWindow(impl_->window);
-  impl_->window = nullptr;
-  SetForegroundWindow(owner);
+  OffsetRect(&area, -area.left, -area.top);
+  if (!impl_->frame.Open(win32::kSurfaceClass, caption, kStyle, area, impl_.get())) return false;
+  impl_->frame.Run(impl_->frame.window());
   return true;
 }
 
 void SurfaceWindow::Close() {
-  impl_->done = true;
+  impl_->frame.Close();
 }
 
 void SurfaceWindow::Repaint() {
-  HWND window = impl_->window;
+  HWND window = impl_->frame.window();
   if (window != nullptr) InvalidateRect(window, nullptr, FALSE);
 }
 

@@ -1,10 +1,9 @@
 #include "platform/text_window.h"
 
 #include <algorithm>
-#include <cstring>
 #include <optional>
 
-#include "platform/win32/windows_api.h"
+#include "platform/win32/modal_frame.h"
 
 namespace platform {
 namespace {
@@ -32,21 +31,24 @@ struct TextWindow::Impl {
   void PaintRow(HDC context, int row);
   void Scroll(WORD action);
   int RowAt(LPARAM point) const;
+  void Turn(int delta);
+  void DragTo(int row);
   std::string VisibleText();
 
   TextWindowShape shape;
   TextWindowClient* client = nullptr;
   TextWindowMetrics metrics = {};
   OwnedFont font;
-  HWND frame = nullptr;
+  win32::ModalFrame frame;
   HWND body = nullptr;
-  bool done = false;
-  std::string shown;  // what WM_GETTEXT hands out in pieces
+  int wheel = 0;     // turned and not yet a whole line
+  int dragged = -1;  // row on which the mouse is held
 };
 
 LRESULT CALLBACK TextWindow::Impl::FrameProcedure(HWND window, UINT message, WPARAM first, LPARAM second) {
-  auto* impl = reinterpret_cast<Impl*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+  auto* impl = win32::DataOf<Impl>(window);
   if (impl == nullptr) return DefWindowProcA(window, message, first, second);
+  if (impl->frame.OnMessage(message)) return 0;
   switch (message) {
     case WM_SYSCOMMAND:
       if (first != win32::kSystemItem) break;  // exactly: the low bits of ours would be masked away
@@ -65,12 +67,8 @@ LRESULT CALLBACK TextWindow::Impl::FrameProcedure(HWND window, UINT message, WPA
       limits->ptMaxTrackSize.y = impl->shape.height;
       return 0;
     }
-    case WM_CLOSE:
-      impl->done = true;
-      return 0;
     case WM_DESTROY:
-      impl->done = true;
-      impl->frame = nullptr;
+      impl->body = nullptr;
       break;
     default:
       break;
@@ -79,7 +77,7 @@ LRESULT CALLBACK TextWindow::Impl::FrameProcedure(HWND window, UINT message, WPA
 }
 
 LRESULT CALLBACK TextWindow::Impl::BodyProcedure(HWND window, UINT message, WPARAM first, LPARAM second) {
-  auto* impl = reinterpret_cast<Impl*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+  auto* impl = win32::DataOf<Impl>(window);
   bool handled = impl != nullptr;
   const LRESULT result = handled ? impl->OnBody(message, first, second, &handled) : 0;
   return handled ? result : DefWindowProcA(window, message, first, second);
@@ -99,13 +97,19 @@ LRESULT TextWindow::Impl::OnBody(UINT message, WPARAM first, LPARAM second, bool
       Scroll(LOWORD(first));
       return 0;
     case WM_MOUSEWHEEL:
-      for (int i = 0; i < 3; ++i) {
-        client->OnScroll(static_cast<short>(HIWORD(first)) > 0 ? ScrollAction::kLineUp : ScrollAction::kLineDown, 0);
-      }
+      Turn(static_cast<short>(HIWORD(first)));
       return 0;
     case WM_LBUTTONDOWN:
       SetFocus(body);
-      client->OnRowClick(RowAt(second), (first & MK_SHIFT) != 0 ? RowClick::kShiftClick : RowClick::kClick);
+      SetCapture(body);
+      dragged = RowAt(second);
+      client->OnRowClick(dragged, (first & MK_SHIFT) != 0 ? RowClick::kShiftClick : RowClick::kClick);
+      return 0;
+    case WM_MOUSEMOVE:
+      if ((first & MK_LBUTTON) != 0 && GetCapture() == body) DragTo(RowAt(second));
+      return 0;
+    case WM_LBUTTONUP:
+      if (GetCapture() == body) ReleaseCapture();
       return 0;
     case WM_LBUTTONDBLCLK:
       client->OnRowClick(RowAt(second), RowClick::kDoubleClick);
@@ -117,14 +121,12 @@ LRESULT TextWindow::Impl::OnBody(UINT message, WPARAM first, LPARAM second, bool
       return 1;  // Paint covers everything
     // Whoever reads the screen aloud, or drives it, gets the visible lines.
     case WM_GETTEXTLENGTH:
-      shown = VisibleText();
-      return static_cast<LRESULT>(shown.size());
+      return static_cast<LRESULT>(VisibleText().size());
     case WM_GETTEXT: {
       if (first == 0) return 0;
-      const std::size_t length = std::min<std::size_t>(shown.size(), first - 1);
-      std::memcpy(reinterpret_cast<char*>(second), shown.c_str(), length);
-      reinterpret_cast<char*>(second)[length] = '\0';
-      return static_cast<LRESULT>(length);
+      const std::string text = VisibleText().substr(0, first - 1);
+      std::copy_n(text.c_str(), text.size() + 1, reinterpret_cast<char*>(second));
+      return static_cast<LRESULT>(text.size());
     }
     default:
       break;
@@ -144,9 +146,25 @@ std::string TextWindow::Impl::VisibleText() {
   return text;
 }
 
+// The row at a point of the body, -1 above the first and the number of rows below the last.
 int TextWindow::Impl::RowAt(LPARAM point) const {
   const int y = static_cast<short>(HIWORD(point)) - 1;
-  return std::clamp(y / metrics.line_height, 0, std::max(shape.body_rows - 1, 0));
+  return y < -1 ? -1 : std::min(y / metrics.line_height, shape.body_rows);
+}
+
+// Three lines a notch of the wheel; fine wheels send parts of one.
+void TextWindow::Impl::Turn(int delta) {
+  constexpr int kLine = WHEEL_DELTA / 3;
+  wheel += delta;
+  for (; wheel >= kLine; wheel -= kLine) client->OnScroll(ScrollAction::kLineUp, 0);
+  for (; wheel <= -kLine; wheel += kLine) client->OnScroll(ScrollAction::kLineDown, 0);
+}
+
+// Selects up to the row under the mouse; above and below the rows it goes on with every move.
+void TextWindow::Impl::DragTo(int row) {
+  if (row == dragged && row >= 0 && row < shape.body_rows) return;
+  dragged = row;
+  client->OnRowClick(row, RowClick::kShiftClick);
 }
 
 void TextWindow::Impl::Scroll(WORD action) {
@@ -204,7 +222,7 @@ void TextWindow::Impl::Paint() {
 HWND TextWindow::Impl::AddBlock(const std::string& text, int id) {
   HWND block =
       CreateWindowExA(0, "STATIC", text.c_str(), WS_CHILD | WS_VISIBLE | SS_LEFTNOWORDWRAP | SS_NOPREFIX, 0, 0, 0, 0,
-                      frame, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), win32::ThisModule(), nullptr);
+                      frame.window(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), win32::ThisModule(), nullptr);
   SendMessageA(block, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), 0);
   return block;
 }
@@ -212,28 +230,29 @@ HWND TextWindow::Impl::AddBlock(const std::string& text, int id) {
 // Header at the top, footer at the bottom, the body between them.
 void TextWindow::Impl::Arrange() {
   RECT area;
-  GetClientRect(frame, &area);
+  GetClientRect(frame.window(), &area);
   const int header_height = shape.header_lines * metrics.line_height;
   const int footer_height = shape.footer_lines * metrics.line_height;
   const int body_height = area.bottom - header_height - footer_height;
-  MoveWindow(GetDlgItem(frame, win32::kHeaderId), 0, 0, area.right, header_height, TRUE);
-  MoveWindow(GetDlgItem(frame, win32::kBodyId), 0, header_height, area.right, body_height, TRUE);
-  MoveWindow(GetDlgItem(frame, win32::kFooterId), 0, area.bottom - footer_height, area.right, footer_height, TRUE);
+  const auto place = [&](int id, int top, int height) {
+    MoveWindow(GetDlgItem(frame.window(), id), 0, top, area.right, height, TRUE);
+  };
+  place(win32::kHeaderId, 0, header_height);
+  place(win32::kBodyId, header_height, body_height);
+  place(win32::kFooterId, area.bottom - footer_height, footer_height);
 }
 
 bool TextWindow::Impl::Open(const std::string& system_item) {
-  frame = CreateWindowExA(0, win32::kListClass, shape.caption.c_str(),
-                          WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN, shape.x, shape.y,
-                          shape.width, shape.height, win32::OwnerWindow(), nullptr, win32::ThisModule(), nullptr);
-  if (frame == nullptr) return false;
-  SetWindowLongPtrA(frame, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-  InsertMenuA(GetSystemMenu(frame, FALSE), win32::kSystemItemPosition, MF_BYPOSITION | MF_STRING, win32::kSystemItem,
-              system_item.c_str());
+  constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN;
+  const RECT place = {shape.x, shape.y, shape.x + shape.width, shape.y + shape.height};
+  if (!frame.Open(win32::kListClass, shape.caption, kStyle, place, this)) return false;
+  InsertMenuA(GetSystemMenu(frame.window(), FALSE), win32::kSystemItemPosition, MF_BYPOSITION | MF_STRING,
+              win32::kSystemItem, system_item.c_str());
   if (shape.header_lines > 0) AddBlock(shape.header, win32::kHeaderId);
   if (shape.footer_lines > 0) AddBlock(shape.footer, win32::kFooterId);
-  body =
-      CreateWindowExA(0, win32::kListBodyClass, "", WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_TABSTOP, 0, 0, 0, 0, frame,
-                      reinterpret_cast<HMENU>(static_cast<INT_PTR>(win32::kBodyId)), win32::ThisModule(), nullptr);
+  body = CreateWindowExA(0, win32::kListBodyClass, "", WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_TABSTOP, 0, 0, 0, 0,
+                         frame.window(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(win32::kBodyId)),
+                         win32::ThisModule(), nullptr);
   if (body == nullptr) return false;
   SetWindowLongPtrA(body, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   Arrange();
@@ -265,28 +284,18 @@ bool TextWindow::RunModal(const TextWindowShape& shape, const std::string& syste
   impl_->client = client;
   impl_->metrics = Metrics();
   impl_->font = win32::MakeFixedFont();
-  impl_->done = false;
-  HWND owner = win32::OwnerWindow();
+  impl_->wheel = 0;
   const bool opened = impl_->Open(system_item);
   if (opened) {
-    const win32::ModalScope modal(impl_->frame, [](HWND window) { SendMessageA(window, WM_CLOSE, 0, 0); });
-    EnableWindow(owner, FALSE);
     client->OnScroll(ScrollAction::kThumb, 0);  // the client says how many lines there are
-    ShowWindow(impl_->frame, SW_SHOW);
-    SetFocus(impl_->body);
-    win32::RunMessageLoop(impl_->done);
-    EnableWindow(owner, TRUE);
+    impl_->frame.Run(impl_->body);
   }
-  if (impl_->frame != nullptr) DestroyWindow(impl_->frame);
-  impl_->frame = nullptr;
-  impl_->body = nullptr;
   impl_->font.Reset();
-  SetForegroundWindow(owner);
   return opened;
 }
 
 void TextWindow::Close() {
-  impl_->done = true;
+  impl_->frame.Close();
 }
 
 void TextWindow::Refresh(int position, int lines) {
@@ -301,12 +310,12 @@ void TextWindow::Refresh(int position, int lines) {
 }
 
 void TextWindow::SetTopmost(bool topmost) {
-  SetWindowPos(impl_->frame, topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+  SetWindowPos(impl_->frame.window(), topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
 }
 
 void TextWindow::RenameSystemItem(const std::string& text) {
-  ModifyMenuA(GetSystemMenu(impl_->frame, FALSE), win32::kSystemItem, MF_BYCOMMAND | MF_STRING, win32::kSystemItem,
-              text.c_str());
+  ModifyMenuA(GetSystemMenu(impl_->frame.window(), FALSE), win32::kSystemItem, MF_BYCOMMAND | MF_STRING,
+              win32::kSystemItem, text.c_str());
 }
 
 }  // namespace platform

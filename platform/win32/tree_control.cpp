@@ -73,7 +73,8 @@ LRESULT CALLBACK TreeControl::Impl::Procedure(HWND window, UINT message, WPARAM 
   WNDPROC original = impl->original;
   switch (message) {
     case WM_GETDLGCODE:
-      return CallWindowProcA(original, window, message, first, second) | DLGC_WANTALLKEYS;
+      // A host whose loop handles dialog keys leaves Enter to the tree; Tab and the others stay the host's.
+      return CallWindowProcA(original, window, message, first, second) | (first == VK_RETURN ? DLGC_WANTMESSAGE : 0);
     case WM_CHAR:
       if (first == VK_RETURN) return 0;
       break;

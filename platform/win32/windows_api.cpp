@@ -18,7 +18,7 @@ std::map<std::string, int>& ClassUsers() {
 
 struct Modal {
   HWND window;
-  void (*close)(HWND);
+  std::function<void()> close;
 };
 std::vector<Modal>& Modals() {
   static std::vector<Modal> modals;
@@ -58,8 +58,8 @@ std::string WindowText(HWND window) {
   return text;
 }
 
-ModalScope::ModalScope(HWND window, void (*close)(HWND)) {
-  Modals().push_back({window, close});
+ModalScope::ModalScope(HWND window, std::function<void()> close) {
+  Modals().push_back({window, std::move(close)});
   ++OpenHandles();
 }
 
@@ -69,10 +69,45 @@ ModalScope::~ModalScope() {
 }
 
 HWND OwnerWindow() {
-  if (!Modals().empty()) return Modals().back().window;
+  // Those that the plug-in was told to close are gone before their loops have ended.
+  for (std::size_t i = Modals().size(); i > 0; --i) {
+    if (IsWindow(Modals()[i - 1].window)) return Modals()[i - 1].window;
+  }
   HWND host = static_cast<HWND>(ThreadMainWindow());
   return host != nullptr ? host : GetActiveWindow();  // a host program asks before there is a tree
 }
+
+namespace {
+
+struct OwnedDialog {
+  HWND owner;
+  HWND found;
+};
+
+BOOL CALLBACK TakeSystemDialog(HWND window, LPARAM data) {
+  auto* wanted = reinterpret_cast<OwnedDialog*>(data);
+  char name[16] = {};
+  GetClassNameA(window, name, sizeof name);
+  const bool is_dialog = GetWindow(window, GW_OWNER) == wanted->owner && name == std::string("#32770");
+  if (!is_dialog || !IsWindowVisible(window) || GetDlgItem(window, kProgressBar) != nullptr) return TRUE;
+  wanted->found = window;
+  return FALSE;
+}
+
+// And what it has opened itself, such as a file dialog's question.
+void CloseSystemDialog(HWND owner, int answer) {
+  OwnedDialog wanted = {owner, nullptr};
+  EnumThreadWindows(GetCurrentThreadId(), TakeSystemDialog, reinterpret_cast<LPARAM>(&wanted));
+  if (wanted.found == nullptr) return;
+  CloseSystemDialog(wanted.found, IDCANCEL);
+  SendMessageA(wanted.found, WM_COMMAND, MAKEWPARAM(answer, BN_CLICKED),
+               reinterpret_cast<LPARAM>(GetDlgItem(wanted.found, answer)));
+}
+
+}  // namespace
+
+SystemDialogScope::SystemDialogScope(int answer)
+    : owner_(OwnerWindow()), modal_(owner_, [owner = owner_, answer] { CloseSystemDialog(owner, answer); }) {}
 
 namespace {
 
@@ -86,7 +121,7 @@ struct DialogStart {
 INT_PTR CALLBACK StartDialog(HWND window, UINT message, WPARAM first, LPARAM second) {
   if (message != WM_INITDIALOG) return FALSE;
   auto* start = reinterpret_cast<DialogStart*>(second);
-  start->modal.emplace(window, [](HWND dialog) { EndDialog(dialog, IDCANCEL); });
+  start->modal.emplace(window, [window] { EndDialog(window, IDCANCEL); });
   SetWindowLongPtrA(window, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(start->procedure));
   return start->procedure(window, message, first, start->data);
 }
@@ -116,11 +151,8 @@ void RunMessageLoop(const bool& done) {
 }  // namespace win32
 
 void CloseModalWindows() {
-  std::vector<win32::Modal> open = win32::Modals();
-  while (!open.empty()) {
-    open.back().close(open.back().window);
-    open.pop_back();
-  }
+  const std::vector<win32::Modal>& modals = win32::Modals();  // each stays in it until its loop has ended
+  for (std::size_t i = modals.size(); i > 0; --i) modals[i - 1].close();
 }
 
 }  // namespace platform

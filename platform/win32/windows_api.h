@@ -18,6 +18,7 @@
 #include <commctrl.h>
 #include <commdlg.h>
 #include <exception>
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -44,6 +45,11 @@ class Owned {
   ~Owned() { Reset(); }
 
   Handle get() const { return handle_; }
+  // Gives it away.
+  Handle Release() {
+    Count(-1);
+    return std::exchange(handle_, Handle{});
+  }
   explicit operator bool() const { return handle_ != Handle{}; }
   void Reset() {
     if (!*this) return;
@@ -148,14 +154,26 @@ std::string WindowText(HWND window);
 // Windows of the plug-in that take all input until they close, the topmost last.
 class ModalScope {
  public:
-  // `close` asks the window to close; it is called at most once, when the plug-in is told to go.
-  ModalScope(HWND window, void (*close)(HWND window));
+  // `close` takes the window off the screen; it is called when the plug-in is told to go.
+  ModalScope(HWND window, std::function<void()> close);
   ~ModalScope();
   ModalScope(const ModalScope&) = delete;
   ModalScope& operator=(const ModalScope&) = delete;
 };
 // What a new window of ours is to be owned by: the topmost modal one, else the host's.
 HWND OwnerWindow();
+
+// A dialog of the system's own, a message box or a file dialog, while it is open.
+class SystemDialogScope {
+ public:
+  // `answer` is the button that closes it when the plug-in is told to go.
+  explicit SystemDialogScope(int answer);
+  HWND owner() const { return owner_; }
+
+ private:
+  HWND owner_;
+  ModalScope modal_;
+};
 
 // The items of a tree control, whoever made it.
 TreeWalk WalkTree(HWND tree);
@@ -176,6 +194,7 @@ inline constexpr char kListBodyClass[] = "PelixListBody";
 inline constexpr char kSurfaceClass[] = "PelixSurfaceWindow";
 inline constexpr char kControlsProperty[] = "PelixControls";  // a dialog's description, a span of ControlDescription
 inline constexpr char kPromptProperty[] = "PelixPrompt";
+inline constexpr char kScriptedProperty[] = "PelixScripted";  // of a file dialog's owner: a script has answered it
 inline constexpr int kHeaderId = 1;
 inline constexpr int kBodyId = 2;
 inline constexpr int kFooterId = 3;

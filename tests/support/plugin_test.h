@@ -12,6 +12,7 @@
 #include "drive/host_services.h"
 #include "listwin/list_window.h"
 #include "platform/automation.h"
+#include "platform/modal_windows.h"
 #include "plugin/application.h"
 #include "records/record_source.h"
 #include "standin/host.h"
@@ -56,6 +57,7 @@ class PluginTest : public testing::Test {
     Stop();
     standin::Host::Instance().ClearFaults();
     platform::automation::SetEventSource(nullptr);
+    EXPECT_EQ(platform::CountOpenHandles(), 0) << "windows or handles of ours were left";
   }
 
   // Starts the plug-in on another drive.
