@@ -1,8 +1,6 @@
 // Message boxes, prompts and file dialogs of a headless run: the host's script has queued the answers.
 #include "platform/prompts.h"
 
-#include "platform/files.h"
-#include "platform/format.h"
 #include "platform/headless/desktop.h"
 #include "platform/message_box.h"
 
@@ -41,13 +39,6 @@ bool AskText(const std::string& title, std::size_t longest, std::string* value) 
   return confirmed;
 }
 
-bool AskNumber(const std::string& title, int* value) {
-  std::string text = Format("%d", *value);
-  if (!AskText(title, 11, &text)) return false;
-  *value = ReadDecimal(text);
-  return true;
-}
-
 namespace {
 
 bool AskFile(const FileDialog& dialog, std::string* path) {
@@ -65,12 +56,11 @@ bool AskFileToOpen(const FileDialog& dialog, std::string* path) {
   return AskFile(dialog, path);
 }
 
-bool AskFileToSave(const FileDialog& dialog, std::string* path) {
+bool AskNewName(const FileDialog& dialog, std::string* path) {
   if (!AskFile(dialog, path)) return false;
   const std::string name = path->substr(path->find_last_of("\\/") + 1);
   if (name.find('.') == std::string::npos) *path += std::string(".") + dialog.default_extension;
-  if (!FileExists(*path)) return true;
-  return ShowMessageBox(OverwriteQuestion(*path), MessageStyle::kYesNo) == kAnswerYes;
+  return true;
 }
 
 }  // namespace platform

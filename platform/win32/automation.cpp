@@ -128,6 +128,7 @@ void AnswerFileDialog(HWND dialog) {
   const std::optional<Answer> answer = TakeAnswer();
   const bool chosen = answer && answer->kind == AnswerKind::kText && !answer->text.empty();
   if (chosen) SetWindowTextA(FileNameOf(dialog), answer->text.c_str());
+  SetPropA(GetWindow(dialog, GW_OWNER), win32::kScriptedProperty, dialog);
   Tell(dialog, chosen, chosen ? answer->text : "");
   Press(dialog, chosen ? IDOK : IDCANCEL);
 }

@@ -5,7 +5,6 @@
 
 #include "platform/files.h"
 #include "platform/format.h"
-#include "platform/message_box.h"
 #include "platform/win32/windows_api.h"
 
 namespace platform {
@@ -42,8 +41,8 @@ INT_PTR CALLBACK PromptProcedure(HWND window, UINT message, WPARAM first, LPARAM
   }
 }
 
-// A path inside the current folder is given as a name in it, as a user would type it.
-std::string AsTyped(const std::string& path) {
+// A path inside the current folder as a name in it.
+std::string FromCurrentFolder(const std::string& path) {
   const std::string folder = CurrentFolder() + "\\";
   return EqualIgnoringCase(path.substr(0, folder.size()), folder) ? path.substr(folder.size()) : path;
 }
@@ -53,9 +52,10 @@ bool AskFile(const FileDialog& dialog, BOOL(WINAPI* ask)(LPOPENFILENAMEA), std::
   std::string filter = dialog.filter;
   std::replace(filter.begin(), filter.end(), '|', '\0');
   const std::string folder = CurrentFolder();
+  const win32::SystemDialogScope open(IDCANCEL);
   OPENFILENAMEA request = {};
   request.lStructSize = sizeof request;
-  request.hwndOwner = win32::OwnerWindow();
+  request.hwndOwner = open.owner();
   request.lpstrFilter = filter.c_str();
   request.lpstrFile = name.data();
   request.nMaxFile = static_cast<DWORD>(name.size());
@@ -64,7 +64,10 @@ bool AskFile(const FileDialog& dialog, BOOL(WINAPI* ask)(LPOPENFILENAMEA), std::
   request.lpstrDefExt = dialog.default_extension;
   request.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
   const bool chosen = ask(&request) != 0;
-  if (chosen) *path = AsTyped(name.data());
+  SetCurrentDirectoryA(folder.c_str());  // some systems' open dialog changes it all the same
+  const bool scripted = RemovePropA(open.owner(), win32::kScriptedProperty) != nullptr;
+  // What a script has typed is to read the same on every system and in every folder.
+  if (chosen) *path = scripted ? FromCurrentFolder(name.data()) : name.data();
   return chosen;
 }
 
@@ -78,21 +81,12 @@ bool AskText(const std::string& title, std::size_t longest, std::string* value) 
   return result == IDOK;
 }
 
-bool AskNumber(const std::string& title, int* value) {
-  constexpr std::size_t kLongestNumber = 11;
-  std::string text = Format("%d", *value);
-  if (!AskText(title, kLongestNumber, &text)) return false;
-  *value = ReadDecimal(text);
-  return true;
-}
-
 bool AskFileToOpen(const FileDialog& dialog, std::string* path) {
   return AskFile(dialog, GetOpenFileNameA, path);
 }
 
-bool AskFileToSave(const FileDialog& dialog, std::string* path) {
-  if (!AskFile(dialog, GetSaveFileNameA, path)) return false;
-  return !FileExists(*path) || ShowMessageBox(OverwriteQuestion(*path), MessageStyle::kYesNo) == kAnswerYes;
+bool AskNewName(const FileDialog& dialog, std::string* path) {
+  return AskFile(dialog, GetSaveFileNameA, path);
 }
 
 }  // namespace platform
