@@ -58,7 +58,7 @@ void LoadConfiguration(const std::string& profile_path, DriveIdentity* identity)
 
 bool SaveConfiguration(const std::string& profile_path, const DriveIdentity& identity) {
   platform::Profile profile;
-  if (!profile.Load(profile_path) && platform::FileExists(profile_path)) return false;  // not ours to replace
+  profile.Load(profile_path);  // without one, a new one is made
   profile.SetInt(kSection, kModeKey, static_cast<int>(identity.access.mode));
   for (const Key& key : kKeys) {
     if (key.flag != nullptr) {

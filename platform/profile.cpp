@@ -41,7 +41,9 @@ std::string Stored(const std::string& value) {
 bool Profile::Load(const std::string& path) {
   lines_.clear();
   std::string content;
-  if (!ReadWholeFile(path, kLargestProfile, &content)) return false;
+  const bool read = ReadWholeFile(path, kLargestProfile, &content);
+  unreadable_ = !read && FileExists(path);
+  if (!read) return false;
   for (std::size_t at = 0; at < content.size();) {
     const std::size_t next = std::min(content.find('\n', at), content.size() - 1) + 1;
     std::size_t end = next;
@@ -54,7 +56,7 @@ bool Profile::Load(const std::string& path) {
 
 bool Profile::Save(const std::string& path) const {
   ReplacingFile file;
-  if (!file.Open(path, "wb")) return false;
+  if (unreadable_ || !file.Open(path, "wb")) return false;
   for (const Line& line : lines_) {
     if (!file.Write(line.text + line.end)) return false;
   }

@@ -13,7 +13,7 @@ class Profile {
  public:
   // Reads the file. False, and an empty profile, when there is none that can be read. Files over 64 MB are refused.
   bool Load(const std::string& path);
-  // Replaces the file; the old one stays when that fails.
+  // Replaces the file; the old one stays when that fails. A file that is there but could not be read is not replaced.
   [[nodiscard]] bool Save(const std::string& path) const;
 
   // Default where the key is absent or its value empty; a value that is no number reads as 0.
@@ -34,6 +34,7 @@ class Profile {
     std::string end;  // as it stood: "\r\n", "\n", or nothing at the end of the file
   };
   std::vector<Line> lines_;
+  bool unreadable_ = false;
 };
 
 }  // namespace platform

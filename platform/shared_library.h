@@ -16,6 +16,9 @@ class SharedLibrary {
   // Loads the file of that name (a path with a folder; never searched for). False, and *error says why, when it
   // cannot be loaded.
   bool Load(const std::string& path, std::string* error);
+  // Loads a library that may be absent, by name, from the program's folder or the one that this code was loaded from;
+  // never from the current one.
+  bool LoadOptional(const std::string& name);
   void Unload();
   bool IsLoaded() const { return handle_ != nullptr; }
 

@@ -5,6 +5,7 @@
 #include <climits>
 #include <cstdlib>
 #include <dirent.h>
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <memory>
 #include <sys/stat.h>
@@ -107,6 +108,13 @@ std::string ProgramFolder() {
   if (length <= 0 || static_cast<std::size_t>(length) == sizeof path) return ".";
   const std::string program(path, static_cast<std::size_t>(length));
   return program.substr(0, program.find_last_of('/'));
+}
+
+std::string LibraryFolder() {
+  Dl_info library = {};
+  if (dladdr(reinterpret_cast<const void*>(&LibraryFolder), &library) == 0) return ProgramFolder();
+  const std::string path = library.dli_fname;
+  return path[0] == '/' ? path.substr(0, path.find_last_of('/')) : ProgramFolder();
 }
 
 namespace {

@@ -113,10 +113,22 @@ std::string FullPath(const std::string& path) {
   return full;
 }
 
-std::string ProgramFolder() {
+namespace {
+
+std::string FolderOf(HMODULE module) {
   std::string path(32768, '\0');
-  path.resize(GetModuleFileNameA(nullptr, path.data(), static_cast<DWORD>(path.size())));
+  path.resize(GetModuleFileNameA(module, path.data(), static_cast<DWORD>(path.size())));
   return path.substr(0, path.find_last_of("\\/"));
+}
+
+}  // namespace
+
+std::string ProgramFolder() {
+  return FolderOf(nullptr);
+}
+
+std::string LibraryFolder() {
+  return FolderOf(win32::ThisModule());
 }
 
 // The system itself matches names whatever their case.

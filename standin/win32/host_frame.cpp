@@ -51,8 +51,11 @@ LRESULT HostFrame::Handle(UINT message, WPARAM first, LPARAM, bool* handled) {
     case WM_SIZE:
       Arrange();
       return 0;
+    case WM_ACTIVATE:
+      if (LOWORD(first) == WA_INACTIVE && IsChild(window_, GetFocus())) focus_ = GetFocus();
+      break;
     case WM_SETFOCUS:
-      SetFocus(GetDlgItem(window_, kTreeId));
+      SetFocus(IsWindow(focus_) ? focus_ : GetDlgItem(window_, kTreeId));
       return 0;
     case WM_COMMAND:
       OnCommand(LOWORD(first));

@@ -45,6 +45,7 @@ class HostFrame {
   HWND window_ = nullptr;
   HWND output_ = nullptr;
   HWND statement_ = nullptr;
+  HWND focus_ = nullptr;  // what had the keyboard when another window took it
   platform::win32::OwnedFont font_;
   bool closing_ = false;
   std::string placement_;

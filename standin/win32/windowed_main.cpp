@@ -82,8 +82,7 @@ int WindowedHost::Run(const Options& options) {
   for (const std::string& script : options.scripts) RunScript(script);
   frame_.Run();
   session_.Close();
-  // After the plug-in has written its part of it.
-  profile.Load(Host::Instance().profile());
+  profile.Load(Host::Instance().profile());  // the plug-in has written its part of it by now
   profile.SetString(kSection, kPlacementKey, frame_.placement());
   return profile.Save(Host::Instance().profile()) ? 0 : kCannotRun;
 }

@@ -2,9 +2,12 @@
 #include <fstream>
 #include <gtest/gtest.h>
 
+#include "host/plugin_abi.h"
 #include "platform/format.h"
 #include "platform/keys.h"
 #include "platform/profile.h"
+#include "platform/prompts.h"
+#include "platform/shared_library.h"
 #include "platform/tree_path.h"
 #include "tests/support/plugin_test.h"
 
@@ -13,6 +16,8 @@ namespace {
 
 using pelix::EmptyFolder;
 using pelix::ReadText;
+
+class PromptTest : public pelix::PluginTest {};
 
 TEST(Format, LongTextsComeWhole) {
   const std::string word(5000, 'x');
@@ -135,6 +140,48 @@ TEST(Profile, ReadsOddFilesAndKeepsWhatIsNotItsOwn) {
   EXPECT_EQ(again.GetInt("Last", "RPM", 0), 9);
   EXPECT_NE(ReadText("p.ini").find("\n" + long_line + "\n[pelix_cfg]\r\n"), std::string::npos) << "line for line";
   EXPECT_FALSE(Profile().Load("none.ini"));
+}
+
+TEST(Profile, AFileThatCannotBeReadIsNotReplaced) {
+  const EmptyFolder folder;
+  std::ofstream("large.ini") << "[Host]\nKey=1\n";
+  std::filesystem::resize_file("large.ini", 65u << 20);
+  Profile profile;
+  EXPECT_FALSE(profile.Load("large.ini"));
+  profile.SetInt("PELIX_CFG", "RPM", 1);
+  EXPECT_FALSE(profile.Save("large.ini"));
+  EXPECT_EQ(std::filesystem::file_size("large.ini"), 65u << 20);
+  EXPECT_FALSE(profile.Load("none.ini"));
+  EXPECT_TRUE(profile.Save("none.ini"));
+}
+
+TEST(SharedLibrary, OptionalOnesAreFoundBesideTheProgramOnly) {
+  const EmptyFolder folder;
+  std::filesystem::copy_file(ProgramFolder() + "/" + SharedLibraryFile("pelix"), SharedLibraryFile("elsewhere"));
+  SharedLibrary library;
+  EXPECT_FALSE(library.LoadOptional("elsewhere"));
+  EXPECT_FALSE(library.IsLoaded());
+  EXPECT_TRUE(library.LoadOptional("pelix"));
+  EXPECT_NE(library.Find(kPluginEntryName), nullptr);
+  EXPECT_EQ(LibraryFolder(), ProgramFolder());
+}
+
+TEST_F(PromptTest, NumbersAreReadAsTyped) {
+  int value = 12;
+  EXPECT_TRUE(AskNumber("Number of tracks", &value)) << "nobody has answered: the preset";
+  EXPECT_EQ(value, 12);
+  automation::QueueAnswer(automation::AnswerKind::kText, "-34");
+  EXPECT_TRUE(AskNumber("Number of tracks", &value));
+  EXPECT_EQ(value, -34);
+  automation::QueueAnswer(automation::AnswerKind::kText, "123456789012345");
+  EXPECT_TRUE(AskNumber("Number of tracks", &value));
+  EXPECT_EQ(value, 2147483647) << "eleven characters are all that it takes";
+  automation::QueueAnswer(automation::AnswerKind::kCancel, "");
+  EXPECT_FALSE(AskNumber("Number of tracks", &value));
+  EXPECT_EQ(value, 2147483647);
+  automation::QueueAnswer(automation::AnswerKind::kText, "words");
+  EXPECT_TRUE(AskNumber("Number of tracks", &value));
+  EXPECT_EQ(value, 0);
 }
 
 TEST(Keys, NamesAreThoseOfTheScriptLanguage) {
