@@ -41,7 +41,7 @@ ECODE IdentifyDrive(std::uint8_t* buffer, bool from_buffer) {
   const CommandBracket bracket(request);
   if (from_buffer) request->flags |= kFlagIdentifyFile;
   const ECODE result = DriveInfo()->Identify(request);
-  request->flags &= ~kFlagIdentifyFile;
+  if (from_buffer) request->flags &= ~kFlagIdentifyFile;
   return result;
 }
 

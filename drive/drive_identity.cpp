@@ -105,10 +105,11 @@ void SetSpindleSpeed(const ModelRow& row, DriveIdentity* identity) {
   }
 }
 
-// The first work buffer, filled from the identify data file and zeros behind. False when there is no such file.
+// The first work buffer, filled from the identify data file and zeros behind. False when there is no such file, or
+// nothing in it.
 bool LoadIdentifyFile() {
   std::string content;
-  if (!platform::ReadWholeFile(kIdentifyFile, kWorkBufferBytes, &content)) return false;
+  if (!platform::ReadWholeFile(kIdentifyFile, kWorkBufferBytes, &content) || content.empty()) return false;
   std::uint8_t* buffer = g_host->work_buffers[0].get();
   std::memset(buffer, 0, kWorkBufferBytes);
   std::memcpy(buffer, content.data(), content.size());

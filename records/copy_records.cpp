@@ -56,6 +56,10 @@ std::string RecordSource::CopyEntries(AccessMode source, AccessMode destination,
     progress.SetText(platform::Format("Reading \"%s\"", Shown(entry).c_str()));
     progress.SetPosition(0);
     Record record;
+    if (source == AccessMode::kMcf && destination == AccessMode::kFile && FileIsImage(entry)) {
+      TellLeftOut(entry, "its file would replace the image");
+      continue;
+    }
     if (const Failure failure = ReadForCopy(source, entry, &record)) {
       TellLeftOut(entry, failure);
       entry.size = 0;
@@ -92,6 +96,11 @@ std::vector<DirectoryEntry> RecordSource::ImageEntriesOnDrive(Directory* drive) 
     entries.back().size = stored.size;
   }
   return entries;
+}
+
+// Whether the record's file is the image itself.
+bool RecordSource::FileIsImage(const DirectoryEntry& entry) const {
+  return platform::IsSamePath(entry.name.FileName(entry.IsSecondCopy()), identity_->access.image_file);
 }
 
 // A drive that addresses in blocks does so only where one command cannot carry the record.

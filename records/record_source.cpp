@@ -137,17 +137,12 @@ bool RecordSource::SaveRecordToFile(const RecordName& name, bool second_copy) {
   return Succeeded(name, files_.Write(*entry, Whole(*entry), record.bytes.get()));
 }
 
-namespace {
-
 // What identification reads when records do not come from the drive. Left unwritten when anything fails.
-constexpr char kMcwIdentifyFile[] = "VU_IDFY.BIN";
-
-void LeaveIdentifyData(const std::string& path, const Record& record) {
+void RecordSource::LeaveIdentifyData(const std::string& path, const Record& record) const {
+  if (platform::IsSamePath(path, identity_->access.image_file)) return;  // it would replace the image
   if (WriteToFile(path, "wb", 0, record.bytes.get(), record.size) == nullptr) return;
   platform::RemoveFile(path);  // half of it would be taken for a drive without serial number and zones
 }
-
-}  // namespace
 
 bool RecordSource::SwitchToMcf() {
   identity_->access.mode = AccessMode::kMcf;
@@ -163,7 +158,7 @@ bool RecordSource::SwitchToMcw() {
   identity_->access.mode = AccessMode::kMcw;
   if (!LoadDirectory()) return false;
   const Record record = FetchRecord(RecordName("IDENTIFY"));
-  if (record) LeaveIdentifyData(kMcwIdentifyFile, record);
+  if (record) LeaveIdentifyData("VU_IDFY.BIN", record);
   return true;
 }
 

@@ -85,6 +85,8 @@ class RecordSource : public RecordDirectory {
   bool SetDirectory(std::uint16_t header_flags, std::uint32_t header_sectors, std::vector<DirectoryEntry> entries);
   std::string CopyEntries(AccessMode source, AccessMode destination, Directory* directory);
   Failure ReadForCopy(AccessMode source, DirectoryEntry entry, Record* record);
+  bool FileIsImage(const DirectoryEntry& entry) const;
+  void LeaveIdentifyData(const std::string& path, const Record& record) const;
   std::vector<DirectoryEntry> ImageEntriesOnDrive(Directory* drive);
 
   DriveIdentity* identity_;

@@ -204,12 +204,14 @@ TEST_F(IdentifyTest, TheIdentifyFileIsUsedForTheOtherModes) {
 
   // A file cut anywhere is all zero behind; one that claims more than there can be is cut.
   const std::vector<std::uint8_t> whole = IdentifyBytes("KF1", 2).Le(4918, 0xFFFF, 2).Get();
-  for (std::size_t size : {std::size_t{0}, std::size_t{7}, std::size_t{31}, std::size_t{4919}, whole.size()}) {
+  for (std::size_t size : {std::size_t{7}, std::size_t{31}, std::size_t{4919}, whole.size()}) {
     WriteBytes("VU_IDFY.bin", {whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size)});
     EXPECT_TRUE(Identify(&identity(), false)) << size;
     EXPECT_LE(identity().identify_data.size(), kWorkBufferBytes);
   }
   EXPECT_EQ(identity().model_index, 11);
+  WriteBytes("VU_IDFY.bin", {});
+  EXPECT_FALSE(Identify(&identity(), false)) << "an empty file identifies nothing";
 }
 
 TEST_F(IdentifyTest, WithoutMcfsTheDirectoryIsForgotten) {
@@ -221,12 +223,22 @@ TEST_F(IdentifyTest, WithoutMcfsTheDirectoryIsForgotten) {
   EXPECT_EQ(identity().header_flags, 0);
 }
 
-TEST_F(IdentifyTest, NoRequestStructureIsSurvived) {
+TEST_F(IdentifyTest, NoRequestStructureOrScriptMachineIsSurvived) {
   g_host->request = nullptr;
   EXPECT_FALSE(Identify(&identity(), true));
-  EXPECT_EQ(messages(), Messages{"IDENTIFY COMMAND FAIL"});
   EXPECT_EQ(SerialNumber(), "");
   g_host->request = GetVMstruct();
+  g_host->vm = nullptr;
+  EXPECT_FALSE(Identify(&identity(), true));
+  EXPECT_NE(ResetDrive(), 0);
+  EXPECT_EQ(messages(), (Messages{"IDENTIFY COMMAND FAIL", "IDENTIFY COMMAND FAIL"}));
+}
+
+// The bit is the host's own unless the file stands in for the drive.
+TEST_F(IdentifyTest, TheFileBitIsClearedOnlyWhereItWasSet) {
+  g_host->request->flags |= kFlagIdentifyFile;
+  EXPECT_TRUE(Identify(&identity(), true));
+  EXPECT_NE(g_host->request->flags & kFlagIdentifyFile, 0u);
 }
 
 class HostServicesTest : public PluginTest {};

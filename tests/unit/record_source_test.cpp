@@ -454,6 +454,23 @@ TEST_F(RecordSourceTest, AnImageRestoresALostErrorLogAndSaysWhatItCannot) {
 
 class CopyTest : public RecordSourceTest {};
 
+// An image may carry the name of a record's file.
+TEST_F(CopyTest, AnImageIsNotReplacedByARecordOfItsOwn) {
+  ASSERT_TRUE(Identify(&identity(), true));
+  for (const char* name : {"capselda.BIN", "VU_IDFY.bin"}) {
+    identity().access.mode = AccessMode::kDisk;
+    identity().access.image_file = name;
+    ASSERT_TRUE(Identify(&identity(), true));
+    ASSERT_TRUE(records().CopyAllRecords(AccessMode::kDisk, AccessMode::kMcf));
+    const std::string image = ReadText(name);
+    output().clear();
+    ASSERT_TRUE(records().SwitchToMcf());
+    ASSERT_TRUE(records().CopyAllRecords(AccessMode::kMcf, AccessMode::kFile));
+    EXPECT_EQ(ReadText(name), image);
+    EXPECT_NE(output().find("was left out : its file would replace the image\n"), std::string::npos) << output();
+  }
+}
+
 TEST_F(CopyTest, WithoutADirectoryNothingIsCopied) {
   identity().use_mcfs = false;
   CopyDiskToFiles();
