@@ -33,17 +33,6 @@ std::string FolderOr(const std::string& given) {
   return given.empty() ? NumberedFolder(g_script_state->folder_counter) : given.substr(0, kLongestFolder);
 }
 
-// Takes message boxes, progress windows and report output off the screen while the object lives.
-class ScriptRun {
- public:
-  explicit ScriptRun(platform::File* output) : output_(&g_script_output, output) {}
-
- private:
-  ValueScope<platform::File*> output_;
-  SwitchScope quiet_{&g_host->interactive, false};
-  SwitchScope still_{&g_host->progress, false};
-};
-
 // Runs the leaf at a menu path with its output appended to the file.
 bool RunMenuPath(const std::string& menu_path, const std::string& file_path) {
   platform::File file = platform::File::Open(file_path, "a");
@@ -52,7 +41,7 @@ bool RunMenuPath(const std::string& menu_path, const std::string& file_path) {
   const ActionEntry* action = item == nullptr ? nullptr : g_main_window->ActionOf(item);
   if (action == nullptr) return false;
   {
-    const ScriptRun run(&file);
+    const ValueScope<platform::File*> output(&g_script_output, &file);
     if (!g_main_window->RunAction(ActionEntry(*action))) return false;
   }
   (void)file.Write(std::string(70, '-') + "\n");
@@ -79,7 +68,10 @@ std::int32_t RemoveDataFile(const std::string& path) {
   return kDone;
 }
 
+// With nobody at the screen, from the identification on: a message box would stop the script for good.
 std::int32_t GetData(C_VM* vm) {
+  const SwitchScope quiet(&g_host->interactive, false);
+  const SwitchScope still(&g_host->progress, false);
   const std::string request = TextArgument(vm, 1);
   const std::string given_folder = TextArgument(vm, 2);
   const std::string given_file = TextArgument(vm, 3);
@@ -97,7 +89,6 @@ std::int32_t GetData(C_VM* vm) {
   std::uintptr_t code = 0;
   bool done = false;
   if (FindRequest(request, &code)) {
-    const SwitchScope quiet(&g_host->interactive, false);
     done = g_main_window &&
            g_main_window->SendPrivateMessage(kRequestMessage, code, reinterpret_cast<std::uintptr_t>(&block)) == 0;
   } else {
@@ -156,7 +147,7 @@ std::int32_t StartNewDataFolder(C_VM*) {
 // Nothing may be thrown into the host.
 template <std::int32_t (*kCommand)(C_VM*)>
 std::int32_t Guarded(C_VM* vm) {
-  if (!g_script_state) return kFailed;  // start-up had failed
+  if (!g_script_state || vm == nullptr) return kFailed;  // start-up had failed, or there is no script
   try {
     return kCommand(vm);
   } catch (const std::exception&) {
