@@ -74,12 +74,17 @@ bool ReadOptions(int argc, char** argv, Options* options, int* status) {
   app.add_flag("--common", options->drive.common_header, "The drive to write has the Common Header");
   app.add_option("--seed", seed, "Seed of the drive to write")->check(CheckWhole);
   app.set_version_flag("--version", "wtarn stand-in 1.0, plug-in interface 3");
-  make_drive->excludes(make_mcw);
+  make_drive->excludes(make_mcw)->excludes("--drive");
+  make_mcw->excludes("--drive");
   try {
     app.parse(argc, argv);
     const bool makes = make_drive->count() + make_mcw->count() > 0;
     if (makes && app.get_option("--model")->count() == 0) throw CLI::RequiredError("--model");
+    for (const char* option : {"--model", "--common", "--seed"}) {
+      if (!makes && app.get_option(option)->count() > 0) throw CLI::RequiresError(option, "--make-drive");
+    }
     if (makes) {
+      if ((options->make_drive + options->make_mcw).empty()) throw CLI::RequiredError("the name of what to write");
       ReadWhole(model, &options->drive.model);
       if (!seed.empty()) ReadWhole(seed, &options->drive.seed);
       if (IsModel(options->drive.model)) return true;

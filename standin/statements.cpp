@@ -1,6 +1,7 @@
 #include "standin/statements.h"
 
 #include <cstring>
+#include <utility>
 
 #include "platform/format.h"
 #include "standin/host.h"
@@ -112,9 +113,8 @@ bool StatementRunner::Execute(const Tokens& tokens, std::string* problem) {
       *problem = Format("\"%s\" has other arguments", statement.name);
       return false;
     }
-    problem_.clear();
     (this->*statement.run)(arguments);
-    *problem = problem_;
+    *problem = std::exchange(problem_, "");
     return problem->empty();
   }
   *problem = Format("there is no statement \"%s\"", first.text.c_str());

@@ -20,6 +20,8 @@ bool UserSectors::KeepIn(const std::string& path) {
   platform::File existing = platform::File::Open(path, "rb");
   std::uint8_t address[kAddressBytes];
   Content content;
+  std::uint64_t size = 0;
+  if (existing.Size(&size) && size % (sizeof address + content.size()) != 0) return false;  // what came next was lost
   while (existing.Read(address, sizeof address) && existing.Read(content.data(), content.size())) {
     sectors_[{Number(address, 0), Number(address, 4), Number(address, 8)}] = content;
   }
