@@ -6,9 +6,12 @@ here=$(realpath "$(dirname "$0")")
 . "$here/windows-env.sh"
 if [ -z "${WINEPREFIX:-}" ]; then
   "$here/need-packages.sh" xvfb xdotool imagemagick
+  "$here/build-windows.sh"
   exec "$here/wine-session.sh" "$0" "$@"
 fi
-folder=$(realpath "${1:-$here/../docs/images}")
+folder=${1:-$here/../docs/images}
+mkdir -p "$folder"
+folder=$(realpath "$folder")
 bin=$(realpath "$here/../build/windows-x86/bin")
 work=$(mktemp -d)
 cd "$work"

@@ -49,16 +49,16 @@ constexpr platform::ControlDescription kControls[] = {
     {kSpeed, ControlKind::kEdit, "RPM"},
     {kUpdateWedges, ControlKind::kCheck, "Update servo wedge number automatically"},
     {kWedges, ControlKind::kEdit, "Servo Wedge #"},
-    {kUseMcfs, ControlKind::kCheck, "Use MCFS"},
     {kUpdateModel, ControlKind::kCheck, "Update model"},
     {kDefaultModel, ControlKind::kEdit, "Default Model"},
+    {kUseMcfs, ControlKind::kCheck, "Use MCFS"},
     {kDisplaySerial, ControlKind::kCheck, "Display serial number"},
     {kUseDirectoryFile, ControlKind::kCheck, "Use MCFS directory file"},
     {kDirectoryPath, ControlKind::kEdit, "MCFS Directory File"},
     {kBrowseDirectory, ControlKind::kButton, "Browse"},
+    {kDriveInformation, ControlKind::kMultilineEdit, "Drive Information"},
     {kIdentify, ControlKind::kButton, "Identify"},
     {kSendReset, ControlKind::kButton, "Send Reset"},
-    {kDriveInformation, ControlKind::kMultilineEdit, "Drive Information"},
     {platform::kDialogOk, ControlKind::kButton, "OK"},
     {platform::kDialogCancel, ControlKind::kButton, "Cancel"},
 };
@@ -209,10 +209,6 @@ void ConfigDialog::IdentifyAndTell() {
   text += platform::Format("User Area : From Cylinder%u", drive->last_reserved_cylinder + 1);
   dialog_.SetText(kDriveInformation, text);
 }
-
-}  // namespace
-
-namespace {
 
 // The host's resources are current while the object lives.
 class ResourceModuleScope {
