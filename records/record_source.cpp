@@ -132,6 +132,7 @@ bool RecordSource::WritePart(const RecordName& name, SectorRange range, std::uin
 bool RecordSource::SaveRecordToFile(const RecordName& name, bool second_copy) {
   DirectoryEntry* entry = FindEntry(name, 0, Report::kYes, second_copy);
   if (entry == nullptr) return false;
+  if (identity_->access.mode == AccessMode::kMcf && FileIsImage(*entry)) return Succeeded(name, kFileWriteFail);
   const Record record = MakeRecord(*entry);
   if (!record || !Succeeded(name, ReadWholeEntry(identity_->access.mode, entry, record.bytes.get()))) return false;
   return Succeeded(name, files_.Write(*entry, Whole(*entry), record.bytes.get()));

@@ -1,6 +1,7 @@
 // The plug-in's rooms in the test's own process, on the stand-in's drive, each test in an empty folder of its own.
 #pragma once
 
+#include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
@@ -82,6 +83,14 @@ class PluginTest : public testing::Test {
       platform::KeyPress key;
       ASSERT_TRUE(platform::ParseKey(name, &key));
       platform::automation::SendKey(key);
+    });
+  }
+  // Lets the window go on, a tick of the platform's at a time, until it has happened or so many ticks are over.
+  static void ThenAwait(const std::function<bool()>& happened, int ticks) {
+    Then([happened, ticks] {
+      if (ticks == 0 || happened()) return;
+      ThenAwait(happened, ticks - 1);
+      std::rotate(events().begin(), events().end() - 1, events().end());  // before what was to follow
     });
   }
   // What the topmost window shows by then.

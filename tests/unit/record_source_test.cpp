@@ -457,7 +457,11 @@ class CopyTest : public RecordSourceTest {};
 // An image may carry the name of a record's file.
 TEST_F(CopyTest, AnImageIsNotReplacedByARecordOfItsOwn) {
   ASSERT_TRUE(Identify(&identity(), true));
-  for (const char* name : {"capselda.BIN", "VU_IDFY.bin"}) {
+  const struct {
+    const char* image;
+    const char* record;
+  } cases[] = {{"capselda.BIN", "CAPSELDA"}, {"VU_IDFY.bin", "VU_IDFY "}};
+  for (const auto& [name, record] : cases) {
     identity().access.mode = AccessMode::kDisk;
     identity().access.image_file = name;
     ASSERT_TRUE(Identify(&identity(), true));
@@ -466,6 +470,7 @@ TEST_F(CopyTest, AnImageIsNotReplacedByARecordOfItsOwn) {
     output().clear();
     ASSERT_TRUE(records().SwitchToMcf());
     ASSERT_TRUE(records().CopyAllRecords(AccessMode::kMcf, AccessMode::kFile));
+    EXPECT_FALSE(records().SaveRecordToFile(RecordName(record), false));
     EXPECT_EQ(ReadText(name), image);
     EXPECT_NE(output().find("was left out : its file would replace the image\n"), std::string::npos) << output();
   }

@@ -239,7 +239,7 @@ TEST_F(WindowsTest, ASurfaceIsShownWhileAWorkerDraws) {
       drawn = true;
     });
   });
-  for (int i = 0; i < 20; ++i) Then([] { Sleep(5); });
+  ThenAwait([&] { return drawn.load(); }, 500);
   Then([&] {
     worker.join();
     HWND window = FindEnabled(win32::kSurfaceClass);
