@@ -6,7 +6,7 @@
 #include "host/application.h"
 #include "listwin/list_window.h"
 #include "platform/library_entry.h"
-#include "platform/modal_windows.h"
+#include "platform/shutdown.h"
 #include "plugin/script_commands.h"
 #include "records/record_source.h"
 #include "ui/main_window.h"

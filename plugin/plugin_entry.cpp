@@ -3,7 +3,7 @@
 #include <exception>
 
 #include "drive/host_services.h"
-#include "platform/modal_windows.h"
+#include "platform/shutdown.h"
 #include "plugin/application.h"
 #include "plugin/script_commands.h"
 #include "ui/main_window.h"

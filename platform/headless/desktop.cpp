@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/modal_windows.h"
+#include "platform/shutdown.h"
 #include "platform/tree_control.h"
 #include "platform/tree_path.h"
 

@@ -1,4 +1,4 @@
-#include "platform/modal_windows.h"
+#include "platform/shutdown.h"
 #include "platform/win32/windows_api.h"
 
 namespace platform {

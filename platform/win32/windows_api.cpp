@@ -3,7 +3,7 @@
 #include <map>
 #include <vector>
 
-#include "platform/modal_windows.h"
+#include "platform/shutdown.h"
 #include "platform/tree_control.h"
 
 namespace platform {

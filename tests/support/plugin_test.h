@@ -13,7 +13,7 @@
 #include "drive/host_services.h"
 #include "listwin/list_window.h"
 #include "platform/automation.h"
-#include "platform/modal_windows.h"
+#include "platform/shutdown.h"
 #include "plugin/application.h"
 #include "records/record_source.h"
 #include "standin/host.h"

@@ -1,4 +1,4 @@
-// The plug-in's windows taken together.
+// What the plug-in's end needs: its windows taken together.
 #pragma once
 
 namespace platform {
