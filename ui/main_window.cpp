@@ -121,20 +121,21 @@ MainWindow::Item MainWindow::AddRecordReportGrowing(const char* text, GrowingRep
   return item;
 }
 
-void MainWindow::ClearMenu() {
+void MainWindow::StartMenu() {
   action_count_ = 0;
   DeleteAllItems();
   for (ActionEntry& action : actions_) action.plain = nullptr;
+  AddAction("PELIX Config", ShowConfigDialog, nullptr, 0, 0);
 }
 
 bool MainWindow::Run() {
   const BusyScope rebuilding(busy_);
   std::srand(static_cast<unsigned>(std::time(nullptr)));
   TakeFocus();
-  ClearMenu();
-  AddAction("PELIX Config", ShowConfigDialog, nullptr, 0, 0);
+  StartMenu();
   Identify(&*g_identity, true);  // without a drive the menu is that of the configured model
   if (rebuilding.WindowIsGone()) return false;
+  if (action_count_ > 1) StartMenu();  // the host has run it again from inside a message box
   const bool common_header = g_identity->UsesCommonHeader();
   const MenuLayout layout = ChooseLayout(g_identity->model_index, common_header);
   if (layout == MenuLayout::kNone) {

@@ -55,7 +55,8 @@ class MainWindow : public platform::TreeControl {
 
   void ActivateSelected();
   Item AddEntry(const ActionEntry& entry, Item parent, int icon);
-  void ClearMenu();
+  // The menu without a drive: the configuration alone.
+  void StartMenu();
   int IconIndex(int resource_id);
   void RunRecordReport(const ActionEntry& action);
 

@@ -213,6 +213,17 @@ TEST_F(MainWindowTest, TheHostMayDestroyWhileRunShowsAMessage) {
   EXPECT_EQ(messages(), (Messages{"DRIVE IS BUSY", "IDENTIFY COMMAND FAIL"}));
 }
 
+TEST_F(MainWindowTest, TheHostMayRunWhileRunShowsAMessage) {
+  MainWindow& window = MakeWindow();
+  ASSERT_TRUE(window.Run());
+  const std::size_t actions = window.action_count();
+  platform::automation::SetMessageSink([](const std::string&) { EXPECT_EQ(PLUGIN_GetInfoStruct()->run(), 1); });
+  standin::Host::Instance().ClearFaults();
+  standin::Host::Instance().AddFault("TASKFILE@1");
+  EXPECT_EQ(PLUGIN_GetInfoStruct()->run(), 1);
+  EXPECT_EQ(window.action_count(), actions) << "one menu";
+}
+
 TEST_F(MainWindowTest, RequestsWithoutAViewFail) {
   MainWindow& window = MakeWindow();
   RequestBlock block = {};
