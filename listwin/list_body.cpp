@@ -47,7 +47,7 @@ class BlockBody : public ListBody {
   LineOffsets offsets_;
 };
 
-// Finds where lines start in text that arrives in pieces.
+// Finds where lines start in text that arrives in pieces, none of which ends between the two characters of a line end.
 class LineScanner {
  public:
   // Notes in *starts, which has room for a start per byte, where the lines begin that this piece shows to be there;
@@ -59,7 +59,7 @@ class LineScanner {
       const auto* found = static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at)));
       // The carriage return of a line end is no character of the line.
       const char* stop = found == nullptr ? end : found;
-      if (found != nullptr && found > at && found[-1] == '\r') --stop;
+      if (stop > at && stop[-1] == '\r') --stop;
       const std::uint64_t stop_position = position_ + static_cast<std::uint64_t>(stop - text);
       if (!started_) *next++ = static_cast<std::uint32_t>(line_start_);
       // A line goes on after every 1000 characters.
@@ -158,7 +158,8 @@ void StreamBody::IndexAll() noexcept {
     const std::unique_ptr<std::uint32_t[]> starts(new std::uint32_t[kReadAtOnce]);
     LineScanner scanner;
     for (std::uint64_t position = 0; !stop_;) {
-      const std::size_t read = ReadAt(position, text.data(), text.size());
+      std::size_t read = ReadAt(position, text.data(), text.size());
+      if (read > 1 && text[read - 1] == '\r' && position + read < size_) --read;  // what may be half a line end
       const std::size_t found = scanner.Scan(text.data(), read, starts.get());
       position += read;
       Publish({starts.get(), found}, read, read == 0 || position >= size_);

@@ -107,10 +107,6 @@ bool IsDeviceName(const std::string& name) {
 
 }  // namespace
 
-bool IsSamePath(const std::string& path, const std::string& other) {
-  return EqualIgnoringCase(FullPath(path), FullPath(other));
-}
-
 std::string SafeFileName(const std::string& name, bool (*allowed)(char)) {
   std::string safe = name;
   for (char& c : safe) {

@@ -81,8 +81,8 @@ RemoveResult RemoveFile(const std::string& path);
 
 std::string CurrentFolder();
 std::string FullPath(const std::string& path);
-// Whether both name one place, whatever the case.
-bool IsSamePath(const std::string& path, const std::string& other);
+// Whether both name one file, however it is written. False when one of them is not there.
+bool IsSameFile(const std::string& path, const std::string& other);
 // The folder of the running program, without a separator at its end.
 std::string ProgramFolder();
 // The same of the library that this code is part of; of the program where it is part of that.

@@ -100,7 +100,7 @@ std::vector<DirectoryEntry> RecordSource::ImageEntriesOnDrive(Directory* drive) 
 
 // Whether the record's file is the image itself.
 bool RecordSource::FileIsImage(const DirectoryEntry& entry) const {
-  return platform::IsSamePath(entry.name.FileName(entry.IsSecondCopy()), identity_->access.image_file);
+  return platform::IsSameFile(entry.name.FileName(entry.IsSecondCopy()), identity_->access.image_file);
 }
 
 // A drive that addresses in blocks does so only where one command cannot carry the record.

@@ -140,7 +140,7 @@ bool RecordSource::SaveRecordToFile(const RecordName& name, bool second_copy) {
 
 // What identification reads when records do not come from the drive. Left unwritten when anything fails.
 void RecordSource::LeaveIdentifyData(const std::string& path, const Record& record) const {
-  if (platform::IsSamePath(path, identity_->access.image_file)) return;  // it would replace the image
+  if (platform::IsSameFile(path, identity_->access.image_file)) return;  // it would replace the image
   if (WriteToFile(path, "wb", 0, record.bytes.get(), record.size) == nullptr) return;
   platform::RemoveFile(path);  // half of it would be taken for a drive without serial number and zones
 }

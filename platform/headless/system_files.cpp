@@ -102,6 +102,13 @@ std::string FullPath(const std::string& path) {
   return !name.empty() && name[0] == '/' ? name : CurrentFolder() + "/" + name;
 }
 
+bool IsSameFile(const std::string& path, const std::string& other) {
+  struct stat one;
+  struct stat two;
+  if (stat(SystemPath(path).c_str(), &one) != 0 || stat(SystemPath(other).c_str(), &two) != 0) return false;
+  return one.st_dev == two.st_dev && one.st_ino == two.st_ino;
+}
+
 std::string ProgramFolder() {
   char path[PATH_MAX];
   const ssize_t length = readlink("/proc/self/exe", path, sizeof path);

@@ -23,6 +23,13 @@ void CloseFileHandle(HANDLE handle) {
 }
 using OwnedHandle = win32::Owned<HANDLE, CloseFileHandle>;
 
+// An existing file, to be asked about; nothing when it is not there or may not be opened.
+OwnedHandle OpenToAsk(const std::string& path) {
+  const HANDLE file = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                  nullptr, OPEN_EXISTING, 0, nullptr);
+  return file == INVALID_HANDLE_VALUE ? OwnedHandle() : OwnedHandle(file);
+}
+
 }  // namespace
 
 std::string WithSystemSeparators(const std::string& path) {
@@ -51,11 +58,8 @@ bool SystemFileSize(std::FILE* file, std::uint64_t* size) {
 
 bool IsReplaceable(const std::string& path) {
   if (GetFileAttributesA(path.c_str()) == INVALID_FILE_ATTRIBUTES) return true;
-  const HANDLE file = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                  nullptr, OPEN_EXISTING, 0, nullptr);
-  if (file == INVALID_HANDLE_VALUE) return true;
-  const OwnedHandle owned(file);
-  return GetFileType(file) == FILE_TYPE_DISK;
+  const OwnedHandle file = OpenToAsk(path);
+  return !file || GetFileType(file.get()) == FILE_TYPE_DISK;
 }
 
 std::FILE* CreateBeside(const std::string& path, const char* mode, std::string* name) {
@@ -115,6 +119,12 @@ std::string FullPath(const std::string& path) {
 
 namespace {
 
+// What the system knows a file by; false when it is not there.
+bool FindIdentity(const std::string& path, BY_HANDLE_FILE_INFORMATION* identity) {
+  const OwnedHandle file = OpenToAsk(SystemPath(path));
+  return file && GetFileInformationByHandle(file.get(), identity) != 0;
+}
+
 std::string FolderOf(HMODULE module) {
   std::string path(32768, '\0');
   path.resize(GetModuleFileNameA(module, path.data(), static_cast<DWORD>(path.size())));
@@ -122,6 +132,14 @@ std::string FolderOf(HMODULE module) {
 }
 
 }  // namespace
+
+bool IsSameFile(const std::string& path, const std::string& other) {
+  BY_HANDLE_FILE_INFORMATION one;
+  BY_HANDLE_FILE_INFORMATION two;
+  return FindIdentity(path, &one) && FindIdentity(other, &two) &&
+         one.dwVolumeSerialNumber == two.dwVolumeSerialNumber && one.nFileIndexHigh == two.nFileIndexHigh &&
+         one.nFileIndexLow == two.nFileIndexLow;
+}
 
 std::string ProgramFolder() {
   return FolderOf(nullptr);

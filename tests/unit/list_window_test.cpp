@@ -251,6 +251,21 @@ TEST_F(ListWindowTest, CopyingAStreamWaitsForAllOfIt) {
   EXPECT_EQ(Saved(), "[List]\nHEAD\n" + std::string(1000, 'y') + "\nz\n");
 }
 
+// The stream is read a megabyte at a time; a line end that falls between two is still one.
+TEST_F(ListWindowTest, ALineEndMayFallBetweenTwoReads) {
+  constexpr std::size_t kPiece = 1024 * 1024;
+  std::string before;
+  while (before.size() < kPiece - 1002) before += "x\n";
+  for (const std::size_t more : {0u, 1u, 2u}) {
+    const std::string line = std::string(1000, 'y');
+    OpenStream(before + std::string(more, '\n') + line + "\r\nz\r");
+    const std::string saved = Saved();
+    EXPECT_EQ(saved.substr(saved.size() - 1003), line + "\nz\n") << more;
+    OpenStream(line + "\r");
+    EXPECT_EQ(Saved(), "[List]\nHEAD\n" + line + "\n");
+  }
+}
+
 TEST_F(ListWindowTest, OfAStreamTheLargerEndOfASelectionIsLeftOut) {
   OpenStream("a\nb\nc\nd\n");
   ThenKey("Down");

@@ -460,7 +460,7 @@ TEST_F(CopyTest, AnImageIsNotReplacedByARecordOfItsOwn) {
   const struct {
     const char* image;
     const char* record;
-  } cases[] = {{"capselda.BIN", "CAPSELDA"}, {"VU_IDFY.bin", "VU_IDFY "}};
+  } cases[] = {{"capselda.BIN", "CAPSELDA"}, {"VU_IDFY.bin", "VU_IDFY "}, {".\\SERIALNO.bin", "SERIALNO"}};
   for (const auto& [name, record] : cases) {
     identity().access.mode = AccessMode::kDisk;
     identity().access.image_file = name;
