@@ -4,6 +4,7 @@
 set -eu
 here=$(realpath "$(dirname "$0")")
 if [ -n "${DISPLAY:-}" ]; then
+  "$here/need-packages.sh" x11-utils >&2
   export PELIX_DISPLAY=$DISPLAY
   exec "$here/wine-session.sh" env WINE_TIMEOUT=0 "$here/wine-run.sh" "$@"
 fi

@@ -28,8 +28,10 @@ cleanup() {
 trap cleanup EXIT
 if [ -n "${PELIX_DISPLAY:-}" ]; then
   export DISPLAY=$PELIX_DISPLAY
-  # Somebody's desktop has a window manager.
-  set_key 'HKCU\Software\Wine\X11 Driver' /v Managed /d Y
+  # Somebody's desktop has a window manager, which draws the frames; a bare display has none.
+  if ! command -v xprop >/dev/null || xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'; then
+    set_key 'HKCU\Software\Wine\X11 Driver' /v Managed /d Y
+  fi
 else
   Xvfb -displayfd 1 -screen 0 "${PELIX_SCREEN:-1280x1024x24}" -dpi "${PELIX_DPI:-96}" -nolisten tcp \
     >"$session/display" 2>"$session/xvfb.log" &
